@@ -1,0 +1,130 @@
+// What the filtered scalers share: memory of one call, the filter's parameters, and the walk over destination rows.
+#pragma once
+
+#include "scale/scale.h"
+
+#include <stdlib.h>
+#include <string.h>
+
+namespace vexlor {
+namespace {
+
+// Memory of one scale call; false where there is none.
+class Buffer {
+public:
+    explicit Buffer(u64 bytes)
+        : memory(bytes != 0 && bytes <= PTRDIFF_MAX ? malloc(static_cast<size_t>(bytes)) : nullptr)
+    {}
+    Buffer(const Buffer&) = delete;
+    Buffer& operator=(const Buffer&) = delete;
+    ~Buffer() { free(memory); }
+    explicit operator bool() const { return memory != nullptr; }
+    template <class T = u8> T* at(u64 bytes = 0) const
+    {
+        return reinterpret_cast<T*>(static_cast<u8*>(memory) + bytes);
+    }
+
+private:
+    void* memory;
+};
+
+inline u64 row_bytes_32(const Scale& s) { return u64{static_cast<u32>(s.to.w)} * 4; }
+
+constexpr i32 sixteenth = 0x1000; // of a pixel: Gaussian centres lie that much behind half a step
+
+inline vexlor_filter_params params_of(const Scale& s, u32 stride)
+{
+    const i32 xstep = step_of(s.from.w, s.to.w);
+    const i32 ystep = step_of(s.from.h, s.to.h);
+    return {
+        .ypos = static_cast<u32>(s.from.y) << 16,
+        .xstep = xstep,
+        .xhalf = xstep >> 1,
+        .yhalf = ystep >> 1,
+        .yhalf_rows = ystep >> 17,
+        .ycentre_rows = ((ystep >> 1) + sixteenth) >> 16,
+        .xcentre = (xstep >> 1) + sixteenth,
+        .count = static_cast<u32>(s.to.w),
+        .stride = stride,
+    };
+}
+
+// Calls row(source row, destination row) for every destination row, from the rectangle's left edge, with ypos at its
+// place. ypos wraps; the row index does not.
+inline void for_each_row(const Scale& s, vexlor_filter_params& params, auto row)
+{
+    const i32 ystep = step_of(s.from.h, s.to.h);
+    i64 y = i64{s.from.y} << 16;
+    u8* dst = pixel_address(s.dst, s.to.x, s.to.y, bytes_per_pixel(s.dst.format));
+    for (i32 i = 0; i < s.to.h; ++i, y += ystep, dst = moved(dst, s.dst.stride)) {
+        params.ypos = static_cast<u32>(y);
+        row(pixel_address(s.src, s.from.x, y >> 16, bytes_per_pixel(s.src.format)), dst);
+    }
+}
+
+// The substitute rows of the Gaussian and Catmull-Rom filters span a whole stride. Around a rectangle of one row at the
+// surface's top or bottom they reach outside its memory, so there the filters read a strip of three rows: the row
+// before, the row itself and the row behind. Bytes before the surface are those of the row below them; bytes behind
+// its end repeat its last pixel.
+class SeenRows {
+public:
+    explicit SeenRows(const Scale& s)
+        : scale(s), needs_strip(s.ctx.filter == VEXLOR_FILTER_CATROM && s.from.h == 1 &&
+                                (s.from.y == 0 || s.from.y == s.src.height - 1)),
+          strip(needs_strip ? u64{s.src.stride} * 3 : 0)
+    {}
+    explicit operator bool() const { return !needs_strip || strip; }
+
+    // Where a filter reads what stands at this address of the surface.
+    const u8* operator()(const u8* at) const
+    {
+        return needs_strip
+                   ? moved(at, reinterpret_cast<uintptr_t>(middle()) - reinterpret_cast<uintptr_t>(row()))
+                   : at;
+    }
+
+    // Looks at the surface anew: a call within one surface may have drawn on pixels beside the rectangle.
+    void refresh() const
+    {
+        if (!needs_strip)
+            return;
+        const size_t stride = scale.src.stride;
+        const size_t pixel = bytes_per_pixel(scale.src.format);
+        const auto owned = static_cast<size_t>(end_of(scale.src) - row());
+        const size_t copied = owned < 2 * stride ? owned : 2 * stride;
+        memcpy(middle(), row(), copied);
+        for (size_t i = copied; i < 2 * stride; ++i)
+            middle()[i] = middle()[i - pixel];
+        memcpy(strip.at(), scale.from.y > 0 ? row() - stride : middle(), stride);
+    }
+
+private:
+    const u8* row() const { return pixel_address(scale.src, 0, scale.from.y, 0); }
+    u8* middle() const { return strip.at(scale.src.stride); }
+
+    const Scale& scale;
+    bool needs_strip;
+    Buffer strip;
+};
+
+// Filters 565 or 32-bit rows: calls store_row(filter_into, destination row), filter_into(row) writing the filtered
+// pixels. Without memory nothing is drawn.
+inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
+{
+    const SeenRows seen(s);
+    if (!seen)
+        return;
+    const u32 pixel = bytes_per_pixel(s.src.format);
+    const uintptr_t row_length = bytes_of(i64{s.from.w} - 1, pixel);
+    const u8* const first = seen(pixel_address(s.src, s.from.x, s.from.y, pixel));
+    const u8* const last = moved(first, bytes_of(i64{s.from.h} - 1, s.src.stride) + row_length);
+    vexlor_filter_params params = params_of(s, s.src.stride);
+    for_each_row(s, params, [&](const u8* src, u8* dst) {
+        const u8* const row = seen(src);
+        seen.refresh();
+        store_row([&](void* out) { filter(first, last, row, moved(row, row_length), &params, out); }, dst);
+    });
+}
+
+} // namespace
+} // namespace vexlor

@@ -1,0 +1,103 @@
+// Opaque scaling through the filters. 565 is filtered straight into the destination, 32-bit pixels into a row that a
+// writer stores, and YUV 4:2:2 through the row cache and the context's converters.
+#include "scale/cache.h"
+#include "scale/filtered.h"
+
+using namespace vexlor;
+
+namespace {
+
+vexlor_filter_fn filter_8888(const Scale& s)
+{
+    return vexlor_scale_choose_filter_8888(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
+}
+
+void scale_565(const Scale& s)
+{
+    const auto filter = vexlor_scale_choose_filter_565(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
+    filter_rows(s, filter, [](auto filter_into, u8* dst) { filter_into(dst); });
+}
+
+void scale_8888(const Scale& s)
+{
+    const auto write =
+        s.ctx.alpha_dst_op == VEXLOR_ALPHA_DST_ONE ? vexlor_writer_aone_8888 : vexlor_writer_arepl_8888;
+    const u32 src_shift = vexlor_fmt_get_alpha_shift(s.src.format);
+    const u32 dst_shift = vexlor_fmt_get_alpha_shift(s.dst.format);
+    const Buffer row(row_bytes_32(s));
+    if (!row)
+        return;
+    filter_rows(s, filter_8888(s), [&](auto filter_into, u8* dst) {
+        filter_into(row.at());
+        write(reinterpret_cast<u32*>(dst), row.at<u32>(), static_cast<u32>(s.to.w), src_shift, dst_shift);
+    });
+}
+
+// The converters always get the whole surface's width, so that a row comes out alike wherever its rectangle starts;
+// rows near the end of the surface are converted from memory of our own, behind the filtered row.
+void scale_yuv(const Scale& s, u32 pair)
+{
+    const vexlor_convert_fn to_dst = s.ctx.conversions[2 * pair];
+    const vexlor_convert_fn from_src = s.ctx.conversions[2 * pair + 1];
+    if (!s.ctx.memcpy || !to_dst || !from_src)
+        return;
+    const Buffer memory(row_bytes_32(s) + u64{static_cast<u32>(s.src.width)} * 2);
+    if (!memory)
+        return;
+    const SourceBound bound{end_of(s.src), memory.at(row_bytes_32(s))};
+    const vexlor_filter_fn filter = filter_8888(s);
+    vexlor_filter_params params = params_of(s, 0);
+    const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
+    const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
+    bool drawing = true;
+
+    vexlor_cache_reset(s.ctx.cache);
+    for_each_row(s, params, [&](u8* first, u8* dst) {
+        u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
+        const i32 pitch = drawing ? update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
+                                                 s.src.stride, rows, &first, &last, &bound)
+                                  : 0;
+        drawing = pitch != 0;
+        if (!drawing)
+            return;
+        params.stride = static_cast<u32>(pitch);
+        filter(first, moved(first, bytes_of(rows_per_row, params.stride)), first, last, &params, memory.at());
+        to_dst(memory.at(), dst, s.to.w);
+    });
+}
+
+u32 scale(const Scale& s)
+{
+    if (!s.convertible())
+        return VEXLOR_NOT_CONVERTIBLE;
+    const bool rgb = is_rgb32(s.src.format);
+    if (s.equivalent() && s.src.format != VEXLOR_FMT_565 && !is_yuv(s.src.format) && !rgb)
+        return VEXLOR_UNSUPPORTED_FORMAT;
+    if (rgb && s.ctx.alpha_dst_op > VEXLOR_ALPHA_DST_ONE)
+        return VEXLOR_UNSUPPORTED_ALPHA;
+    if (!s.has_pixels())
+        return VEXLOR_OK;
+    static constexpr u32 into_rgb[2][2] = {
+        // X8R8G8B8, A8R8G8B8; B8G8R8X8, B8G8R8A8
+        {2, 3}, // Y8V8Y8U8
+        {4, 5}, // U8Y8V8Y8
+    };
+    if (rgb)
+        scale_8888(s);
+    else if (s.src.format == VEXLOR_FMT_565)
+        scale_565(s);
+    else if (s.equivalent())
+        scale_yuv(s, s.src.format == VEXLOR_FMT_U8Y8V8Y8);
+    else
+        scale_yuv(s, of_pair(into_rgb, s.src.format, s.dst.format));
+    return VEXLOR_OK;
+}
+
+} // namespace
+
+uint32_t vexlor_scale_opaque_filter(vexlor_context* ctx, const vexlor_surface_desc* src,
+                                    const vexlor_surface_desc* dst, int32_t sx, int32_t sy, int32_t sw,
+                                    int32_t sh, int32_t dx, int32_t dy, int32_t dw, int32_t dh)
+{
+    return scale({*ctx, *src, *dst, {sx, sy, sw, sh}, {dx, dy, dw, dh}});
+}

@@ -1,0 +1,119 @@
+// Whole scale calls against their model: random ones, every small one along the edges of exact memory, and the longest.
+#include "support/stage.h"
+
+namespace {
+
+using model::Driver;
+using model::Rectangles;
+
+// A part of `length`, often at an end of it or all of it.
+void choose_part(Random& random, int32_t length, int32_t& at, int32_t& part)
+{
+    part = random.one_in(4) ? length : random.between(1, length);
+    at = random.pick({0, length - part, random.between(0, length - part)});
+}
+
+bool overlap(const Rectangles& r)
+{
+    return r.sx < r.dx + r.dw && r.dx < r.sx + r.sw && r.sy < r.dy + r.dh && r.dy < r.sy + r.sh;
+}
+
+} // namespace
+
+TEST(ScaleCalls, EqualTheModel)
+{
+    Stage stage(8, 31);
+    Random& random = stage.random;
+    constexpr int rounds = 60000 / VEXLOR_TEST_STEP;
+    for (int i = 0; i < rounds; ++i) {
+        if (random.one_in(12))
+            stage.refresh();
+        random_state(stage.context.get(), random);
+        vexlor_context_set_filter(stage.context.get(), random.pick({0u, 0u, 1u, 2u, 2u, 3u, ~0u}));
+        const auto surface = [&](Arena& arena, uint32_t format) {
+            const int32_t most = random.one_in(40) ? 80 : random.one_in(3) ? 24 : 6;
+            return surface_at(arena, random.one_in(2) ? Side::begin : Side::end, format,
+                              random.between(1, most), random.between(1, most),
+                              random.one_in(2) ? 0 : random.below(21));
+        };
+        const auto [from, to] = random.pick(scalable);
+        const bool one_surface = random.one_in(8), direct = random.one_in(3);
+        const model::Surface src = surface(stage.source, random.one_in(16) ? random.pick(formats) : from);
+        const model::Surface dst =
+            one_surface ? src : surface(stage.target, random.one_in(16) ? random.pick(formats) : to);
+        Rectangles r;
+        choose_part(random, src.desc.width, r.sx, r.sw);
+        choose_part(random, src.desc.height, r.sy, r.sh);
+        choose_part(random, dst.desc.width, r.dx, r.dw);
+        choose_part(random, dst.desc.height, r.dy, r.dh);
+        if (random.one_in(4))
+            r.dw = std::min(r.sw, dst.desc.width - r.dx);
+        if (random.one_in(4))
+            r.dh = std::min(r.sh, dst.desc.height - r.dy);
+        if (r.sw > 1 && !random.one_in(4))
+            r.sw &= ~1; // rows that become RGB are even
+        if (!direct && random.one_in(30)) {
+            int32_t& field = *random.pick({&r.sx, &r.sy, &r.sw, &r.sh, &r.dx, &r.dy, &r.dw, &r.dh});
+            field = spoiled(field, random);
+        } else if (one_surface && (direct || !random.one_in(8)) && overlap(r)) {
+            continue;
+        }
+        // Formats may be equivalent without having one size. The caller's memory has to do for the larger.
+        if (model::equivalent(src.desc.format, dst.desc.format) && src.bpp() != dst.bpp())
+            continue;
+        const auto driver = static_cast<Driver>(random.below(4));
+        ASSERT_TRUE(stage.compare(src, dst, r, direct ? &driver : nullptr)) << "call " << i;
+    }
+    EXPECT_GT(stage.drawn, rounds / 4);
+}
+
+// Surfaces up to five pixels wide and four high, whole or one pixel thin at each edge, at both ends of the memory.
+TEST(ScaleCalls, StayInsideExactSurfaces)
+{
+    Stage stage(1, 32);
+    for (const auto& [from, to] : scalable)
+        for (uint32_t bits = 0; bits < 5 * 4 * 5 * 12 * 3 * 2; bits += VEXLOR_TEST_STEP) {
+            uint32_t rest = bits;
+            const auto below = [&](uint32_t n) {
+                return static_cast<int32_t>(std::exchange(rest, rest / n) % n);
+            };
+            const int32_t filter = below(3), w = below(5) + 1, h = below(4) + 1, edge = below(5);
+            const int32_t dw = below(4) + 1, dh = below(3) * 2 + 1;
+            const Side side = below(2) == 0 ? Side::begin : Side::end;
+            const model::Surface src =
+                surface_at(stage.source, side, from, w, h, stage.random.one_in(2) ? 0 : 8);
+            const model::Surface dst = surface_at(stage.target, side, to, dw, dh, 0);
+            const Rectangles parts[] = {{0, 0, w, h, 0, 0, dw, dh},
+                                        {0, 0, w, 1, 0, 0, dw, dh},
+                                        {0, h - 1, w, 1, 0, 0, dw, dh},
+                                        {0, 0, 1, h, 0, 0, dw, dh},
+                                        {w - 1, 0, 1, h, 0, 0, dw, dh}};
+            const uint32_t blends = stage.random.below(2);
+            set_state(stage.context.get(), 2 * blends, blends, stage.random.below(3));
+            vexlor_context_set_filter(stage.context.get(), static_cast<uint32_t>(filter));
+            ASSERT_TRUE(stage.compare(src, dst, parts[edge]));
+        }
+}
+
+TEST(ScaleCalls, ReachTheLargestSizes)
+{
+    constexpr int32_t most = 32767, even = 32766;
+    constexpr struct {
+        int32_t length, at, part, to;
+    } axes[] = {{most, 0, even, 5}, {most, most - 1, 1, 3}, {7, 0, 6, most}, {even, even - 4, 4, 6}};
+    Stage stage(70, 33);
+    for (const auto& [from, to] : scalable)
+        for (uint32_t filter : {0, 1, 2})
+            for (const auto& a : axes)
+                for (bool tall : {false, true}) {
+                    stage.refresh();
+                    vexlor_context_set_filter(stage.context.get(), filter);
+                    const auto surface = [&](Arena& arena, uint32_t format, int32_t length) {
+                        return surface_at(arena, Side::end, format, tall ? 2 : length, tall ? length : 2, 0);
+                    };
+                    const Rectangles r{0, a.at, 2, a.part, 0, 0, 2, a.to},
+                        wide{a.at, 0, a.part, 2, 0, 0, a.to, 2};
+                    ASSERT_TRUE(stage.compare(surface(stage.source, from, a.length),
+                                              surface(stage.target, to, a.to), tall ? r : wide));
+                }
+}

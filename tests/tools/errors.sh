@@ -1,0 +1,79 @@
+#!/bin/sh
+# errors.sh TOOL: wrong usage and wrong files give one line on standard error that names the culprit, the right exit
+# status, and no output file, not even a temporary one; what stood at the output's name stays.
+set -u
+tool=$1
+dir=$(mktemp -d)
+trap 'rm -rf "$dir"' EXIT
+cd "$dir" || exit 1
+
+# Good inputs to be spoiled: a picture, a raw frame, and a surface with alpha.
+"$tool" scene day --size 64x32 -o good.png >/dev/null &&
+    "$tool" copy good.png --to U8Y8V8Y8 -o good.yuv >/dev/null &&
+    "$tool" copy good.png --from X8R8G8B8 --to X8R8G8B8 -o good.rgb >/dev/null || exit 1
+: >empty.png
+head -c 1000 good.png >cut.png
+{ head -c 16 good.png; printf '\177\377\377\377\177\377\377\377'; tail -c +25 good.png; } >huge.png
+{ head -c 16 good.png; printf '\0\0\0\0\0\0\0\0'; tail -c +25 good.png; } >zero.png
+head -c 500 good.png >flipped.png && printf 'XXXXXXXX' >>flipped.png && tail -c +509 good.png >>flipped.png
+printf '\377\330\377\340\0\020JFIF\0\001' >cut.jpg
+printf 'GIF89a, say' >other.gif
+head -c 4095 good.yuv >short.yuv
+mkdir folder.png
+echo kept >kept.png
+inputs=$(ls -A)
+
+failures=0
+# expect STATUS PATTERN ARGUMENTS...
+expect()
+{
+    status=$1 pattern=$2
+    shift 2
+    "$tool" "$@" >out 2>err </dev/null
+    got=$?
+    lines=$(wc -l <err)
+    left=$(ls -A -I out -I err)
+    if [ $got != "$status" ] || [ "$lines" != 1 ] || ! grep -Eq "^vexlor: .*$pattern" err ||
+        [ "$left" != "$inputs" ] || [ "$(cat kept.png)" != kept ]; then
+        echo "FAILED: vexlor $*: status $got, expected $status and $pattern; it said:"
+        cat err
+        failures=$((failures + 1))
+    fi
+}
+raw='--format U8Y8V8Y8 --size 64x32'
+while IFS='|' read -r status pattern arguments; do
+    # shellcheck disable=SC2086 # the arguments are words
+    expect "$status" "$pattern" $arguments
+done <<END
+2|usage: .*subcommand|
+2|usage: .*output.* required|copy good.png
+2|--rect: '1,2,3' is not X,Y,W,H|copy good.png --rect 1,2,3 -o x.png
+2|--to: no format is called 'RGB'|copy good.png --to RGB -o x.png
+2|--global: '256'|blend good.png --global 256 --onto good.png -o x.png
+2|--alpha: 'ramp:1'|blend good.png --alpha ramp:1 --onto good.png -o x.png
+2|--canvas: 40000x1 is too large|copy good.png --canvas 40000x1 -o x.png
+2|--rect: reaches past the picture|fill good.png --rect 60,0,5,1 -o x.png
+2|--color: .*grey|fill good.png --to U8Y8V8Y8 --color FF0000 -o x.png
+2|absent.png: No such file|copy absent.png -o kept.png
+2|folder.png: Is a directory|copy folder.png -o kept.png
+2|empty.png: is empty|copy empty.png -o kept.png
+2|cut.png: .*truncated|copy cut.png -o kept.png
+2|flipped.png: .*damaged|copy flipped.png -o kept.png
+2|huge.png: |copy huge.png -o kept.png
+2|zero.png: |copy zero.png -o kept.png
+2|cut.jpg: .*truncated|copy cut.jpg -o kept.png
+2|other.gif: is neither PNG nor JPEG|copy other.gif -o kept.png
+2|cut.png: .*truncated|blend good.png --alpha 9 --onto cut.png -o kept.png
+2|short.yuv: has 4095 bytes.*4096|copy short.yuv $raw -o kept.png
+2|good.rgb: has more than 4096 bytes|copy good.rgb $raw -o kept.png
+2|good.yuv: the stride of 100 bytes|copy good.yuv $raw --stride 100 -o kept.png
+2|standard input: has 0 bytes|copy - $raw -o kept.png
+2|folder.png: is not a regular file|copy good.png -o folder.png
+2|x.jpg: .*must end in|copy good.png -o x.jpg
+2|x.yuv: .*even width|copy good.png --canvas 3x3 --to U8Y8V8Y8 -o x.yuv
+1|result 3, VEXLOR_NOT_CONVERTIBLE: |copy good.png --from 565 --to B8G8R8X8 -o kept.png
+1|result 5, VEXLOR_NO_SOURCE_ALPHA: |blend good.png --from B8G8R8X8 --onto good.png -o kept.png
+1|result 6, VEXLOR_BAD_RECTANGLE: |copy good.png --rect -1,0,2,2 -o kept.png
+1|result 7, VEXLOR_OVERLAP: |blend good.png --alpha 9 --within --rect 0,0,9,9 --at 8,8 -o kept.png
+END
+[ $failures = 0 ] && echo 'every error was reported as it should be'

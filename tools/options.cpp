@@ -1,0 +1,95 @@
+#include "options.h"
+
+#include "commands/commands.h"
+#include "failure.h"
+#include "formats.h"
+
+#include <algorithm>
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <sstream>
+#include <vector>
+
+namespace tool {
+
+void Options::add(const std::string& name, const std::string& form, const std::string& help,
+                  const std::function<void(const std::string&)>& store)
+{
+    const bool required = name.starts_with('!');
+    const std::string plain = name.substr(required ? 1 : 0);
+    const std::function<void(const std::string&)> checked = [plain, store](const std::string& text) {
+        try {
+            store(text);
+        } catch (const BadValue& bad) {
+            throw Failure(plain, bad.what());
+        }
+    };
+    app_.add_option_function(plain, checked, help)->type_name(form)->required(required);
+}
+
+void Options::text(const std::string& name, std::string& value, const std::string& form,
+                   const std::string& help)
+{
+    add(name, form, help, [&value](const std::string& text) { value = text; });
+}
+
+void Options::flag(const std::string& name, bool& value, const std::string& help)
+{
+    app_.add_flag(name, value, help);
+}
+
+void Options::number(const std::string& name, int32_t& value, int32_t low, int32_t high,
+                     const std::string& help)
+{
+    add(name, "N", help,
+        [&value, low, high](const std::string& text) { value = parse_integer(text, low, high); });
+}
+
+void Options::format(const std::string& name, uint32_t& code, const std::string& help)
+{
+    add(name, "FORMAT", help, [&code](const std::string& text) { code = format_named(text); });
+}
+
+void Options::word(const std::string& name, uint32_t& value, std::initializer_list<const char*> words,
+                   const std::string& help)
+{
+    std::string list;
+    for (const char* word : words)
+        list += (list.empty() ? "" : "|") + std::string(word);
+    const std::vector<std::string> known(words.begin(), words.end());
+    add(name, list, help, [&value, known, list](const std::string& text) {
+        const auto found = std::ranges::find(known, text);
+        if (found == known.end())
+            throw BadValue("'" + text + "' is none of " + list);
+        value = static_cast<uint32_t>(found - known.begin());
+    });
+}
+
+void run_command(int argc, char** argv, std::span<const Entry* const> entries)
+{
+    CLI::App app(
+        "vexlor fills, copies, blends and converts pictures with libvexlor, and times the library's call.\n"
+        "Exit status: 0 done, 1 refused by the library, 2 bad usage or file.");
+    app.name("vexlor");
+    app.set_version_flag("--version", "vexlor " VEXLOR_TOOL_VERSION);
+    app.require_subcommand(1);
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const Entry* entry : entries) {
+        CLI::App* sub = app.add_subcommand(entry->name, entry->summary);
+        sub->footer(std::string("Example:\n") + entry->example);
+        Command* command = commands.emplace_back(entry->make()).get();
+        Options options(*sub);
+        command->declare(options);
+        sub->callback([command] { command->run(); });
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream help; // or the version, where that was asked for
+        if (app.exit(error, help, help) != 0)
+            throw Failure("usage", std::string(error.what()) + " (vexlor COMMAND --help tells more)");
+        std::fputs(help.str().c_str(), stdout);
+    }
+}
+
+} // namespace tool
