@@ -16,17 +16,20 @@
  *
  *  - Sizes, positions and counts are pixels; strides and the counts of memory routines are bytes.
  *  - Rectangles are never clipped: they are accepted whole or refused. vexlor_surface_clip clips beforehand.
+ *    Where x + w or y + h exceeds 32 bits, the check passes, nothing is drawn, and the result is as decided
+ *    otherwise; the same holds for equivalent unknown formats whose pixels differ in size.
  *  - A drawing call that returns another code than VEXLOR_OK has written nothing.
- *  - The library reads and writes pixels inside [pixels, E) only, E = pixels + (height - 1) * stride
- *    + width * bytes per pixel, as long as a surface's stride is at least its row's bytes. A buffer of exactly
- *    that size is enough. Rows may start at any address.
- *  - Integer arithmetic is unsigned 32-bit and wraps; >> of an unsigned value is logical, & binds weaker than >>.
+ *  - The library reads and writes pixels inside [pixels, E) only, E = pixels + (height - 1) * stride + width
+ *    * bytes per pixel, as long as a surface's stride is at least its row's bytes. A buffer of exactly that
+ *    size is enough. Rows may start at any address.
+ *  - Integer arithmetic is unsigned 32-bit and wraps; >> of an unsigned value is logical, & binds weaker than
+ *    >>.
  *  - Only the low 5 bits of a `shift` argument count.
  *  - The library has no global state, takes no locks, logs nothing and opens nothing. One context serves one
  *    thread at a time; any number of contexts may draw at once, and descriptors are only read.
- *  - Row routines trust their caller: they check no pointer and never fail. They keep no state, so any number of
- *    threads may run them on disjoint rows. A count of 0 touches nothing. Unless said otherwise they go through
- *    the row upwards from pixel 0, and source and destination rows must not partly overlap.
+ *  - Row routines trust their caller: they check no pointer and never fail. They keep no state, so any number
+ *    of threads may run them on disjoint rows. A count of 0 touches nothing. Unless said otherwise they go
+ *    through the row upwards from pixel 0, and source and destination rows must not partly overlap.
  */
 #ifndef VEXLOR_H
 #define VEXLOR_H
@@ -114,9 +117,9 @@ extern "C" {
 
 /* ---- Surfaces ------------------------------------------------------------------------------------------------ */
 
-/* A rectangle of pixels in memory that the caller owns and keeps alive while drawing. Nothing is checked when it
- * is filled; the drawing calls check what they say. Pixel (x, y) is at pixels + y * stride + x * bytes per pixel,
- * bytes per pixel = (format & 0x3F) >> 3. */
+/* A rectangle of pixels in memory that the caller owns and keeps alive while drawing. Nothing is checked when
+ * it is filled; the drawing calls check what they say. Pixel (x, y) is at pixels + y * stride + x * bytes per
+ * pixel, bytes per pixel = (format & 0x3F) >> 3. */
 typedef struct vexlor_surface_desc {
     int32_t width;   /* pixels */
     int32_t height;  /* rows */
@@ -138,12 +141,13 @@ VEXLOR_API int32_t vexlor_surface_equals(const vexlor_surface_desc* a, const vex
 VEXLOR_API void vexlor_surface_clip(const vexlor_surface_desc* surface, int32_t* x, int32_t* y, int32_t* w,
                                     int32_t* h);
 
-/* Bit position of the alpha (or X) byte in a 32-bit pixel: 24 for B8G8R8X8 and B8G8R8A8, 0 for any other code. */
+/* Bit position of the alpha (or X) byte in a 32-bit pixel: 24 for B8G8R8X8 and B8G8R8A8, 0 for any other
+ * code. */
 VEXLOR_API uint32_t vexlor_fmt_get_alpha_shift(uint32_t format);
 /* True for equal codes, and for two codes with bit 29 and the same alpha shift (they differ in having alpha). */
 VEXLOR_API bool vexlor_fmt_is_equiv(uint32_t a, uint32_t b);
-/* True when pixels of src can become pixels of dst: equivalent formats at any width, and YUV 4:2:2 to 32-bit RGB
- * when src_width is even. Widths are those of the rectangles; the heights are not used. */
+/* True when pixels of src can become pixels of dst: equivalent formats at any width, and YUV 4:2:2 to 32-bit
+ * RGB when src_width is even. Widths are those of the rectangles; the heights are not used. */
 VEXLOR_API bool vexlor_surface_is_convertible(const vexlor_surface_desc* src, int32_t src_width,
                                               int32_t src_height, const vexlor_surface_desc* dst,
                                               int32_t dst_width, int32_t dst_height);
@@ -166,11 +170,12 @@ typedef void (*vexlor_convert_fn)(const void* src, void* dst, int32_t count);
 
 /* ---- Context ---------------------------------------------------------------------------------------------------
  *
- * Everything a drawing call needs besides surfaces and rectangles. The setters store and do not judge: a value
- * without meaning is refused by the drawing call that consults it.
+ * Everything a drawing call needs besides surfaces and rectangles. The setters store and do not judge: a
+ * value without meaning is refused by the drawing call that consults it, but for alpha_test (nothing passes)
+ * and filter (as 1).
  *
- * The routine slots may be read, called and replaced between drawing calls. An empty (null) slot draws nothing and
- * the drawing call returns VEXLOR_OK. */
+ * The routine slots may be read, called and replaced between drawing calls. An empty (null) slot draws
+ * nothing and the drawing call returns VEXLOR_OK. */
 
 typedef struct vexlor_cache vexlor_cache;
 
@@ -227,19 +232,24 @@ typedef struct vexlor_context {
     vexlor_convert_fn conversions[12];
 } vexlor_context;
 
-/* Allocates a context with all state 0, the portable routine in every slot and an empty row cache, and stores it in
- * *out; stores a null pointer when memory is short. */
+/* Allocates a context with all state 0, the portable routine in every slot and an empty row cache, and stores
+ * it in *out; stores a null pointer when memory is short. */
 VEXLOR_API void vexlor_context_create(vexlor_context** out);
 /* Frees the context and its cache. Null is accepted. */
 VEXLOR_API void vexlor_context_destroy(vexlor_context* ctx);
-/* Fills every slot anew: with the portable routines (false), or with the SSE and SSE2 routines that the processor has in
- * place of some of them (true). State and cache stay. Not while the context draws.
+/* Fills every slot anew: with the portable routines (false), or with the SSE and SSE2 routines that the
+ * processor has in place of some of them (true). State and cache stay. Not while the context draws.
  *
- * With SIMD on, defined bytes change in exactly these places; keep rows 16-byte aligned to see none of the first two:
- *  - copies of 565 and YUV rows of odd width, from 128 bytes on: no pixel is carried along behind the rectangle;
- *  - opaque fills of rows from 128 bytes on: before the first 16-byte boundary the colour's low half goes into both
- *    halves of a pixel, and of the bytes behind the last only the first is written (see vexlor_memset_stream_sse);
- *  - YUV into X8R8G8B8 and A8R8G8B8: channels differ by at most 1, and the X byte is 0 (see the _sse2 converters). */
+ * With SIMD on, defined bytes change in exactly these places:
+ *  - copies of 565 and YUV rows of odd width, from 128 bytes on: no pixel is carried along behind the
+ *    rectangle;
+ *  - opaque fills of rows from 128 bytes on that do not start at a multiple of 16 bytes, or are not a
+ *    multiple of 16 bytes long: before the first 16-byte boundary the colour's low half goes into both halves
+ *    of a pixel, and of the bytes behind the last only the first is written (see vexlor_memset_stream_sse);
+ *  - YUV into X8R8G8B8 and A8R8G8B8: channels differ by at most 1, and the X byte is 0 (see the _sse2
+ *    converters);
+ *  - filtered scaling of YUV into X8R8G8B8, A8R8G8B8 and YUV: by what the filter, and the way back, make of
+ *    that. */
 VEXLOR_API void vexlor_context_set_simd(vexlor_context* ctx, bool enable);
 
 VEXLOR_API void vexlor_context_set_filter(vexlor_context* ctx, uint32_t filter);
@@ -257,20 +267,22 @@ VEXLOR_API void vexlor_context_set_alpha_ref(vexlor_context* ctx, uint8_t refere
 
 /* ---- Fill ------------------------------------------------------------------------------------------------------
  *
- * Paints the rectangle with the context's color: written (alpha_op 0) or blended with alpha_value (alpha_op 2).
+ * Paints the rectangle with the context's color: written (alpha_op 0) or blended with alpha_value (alpha_op
+ * 2).
  *
- * **The rectangle is not checked against the surface. x + width <= the surface's width and y + height <= its height
- * are the caller's duty; a fill that reaches further writes there.**
+ * **The rectangle is not checked against the surface. x + width <= the surface's width and y + height <= its
+ * height are the caller's duty; a fill that reaches further writes there.**
  *
- *  - Opaque: every row is one call of slot memset. Any format is accepted, known or not, as long as bit 29 is clear;
- *    its bytes per pixel count. With alpha_dst_op 2 on a 32-bit RGB format the alpha byte is forced to 0xFF and, by
- *    long-standing contract, the row call is memset(row, color, width): only the first `width` bytes of each row, a
- *    quarter of its pixels, are written.
- *  - Blended: 32-bit RGB only, through the slot of alpha_dst_op. The colour's own alpha byte is blended like the
- *    others and never is a weight. alpha_mode is not consulted.
+ *  - Opaque: every row is one call of slot memset. Any format is accepted, known or not, unless bit 29 is set
+ *    and alpha_dst_op is 2 or more; its bytes per pixel count (the memory touched is the row's for even sizes
+ *    only). With alpha_dst_op 2 on a 32-bit RGB format the alpha byte is forced to 0xFF and, by long-standing
+ *    contract, the row call is memset(row, color, width): only the first `width` bytes of each row, a quarter
+ *    of its pixels, are written (one more where the width is odd, as vexlor_memset does).
+ *  - Blended: 32-bit RGB only, through the slot of alpha_dst_op. The colour's own alpha byte is blended like
+ *    the others and never is a weight. alpha_mode is not consulted.
  *
- * Returns, in this order: VEXLOR_NULL_POINTER; VEXLOR_BAD_RECTANGLE; opaque with bit 29 and alpha_dst_op 2 or more:
- * VEXLOR_UNSUPPORTED_ALPHA (above 2), VEXLOR_UNSUPPORTED_FORMAT (no 32-bit RGB code); blended:
+ * Returns, in this order: VEXLOR_NULL_POINTER; VEXLOR_BAD_RECTANGLE; opaque with bit 29 and alpha_dst_op 2 or
+ * more: VEXLOR_UNSUPPORTED_ALPHA (above 2), VEXLOR_UNSUPPORTED_FORMAT (no 32-bit RGB code); blended:
  * VEXLOR_UNSUPPORTED_FILL, VEXLOR_UNSUPPORTED_FORMAT, VEXLOR_UNSUPPORTED_ALPHA (alpha_dst_op above 2). */
 VEXLOR_API uint32_t vexlor_fill(const vexlor_context* ctx, const vexlor_surface_desc* dst, int32_t x, int32_t y,
                                 int32_t width, int32_t height);
@@ -279,17 +291,20 @@ VEXLOR_API uint32_t vexlor_fill(const vexlor_context* ctx, const vexlor_surface_
  *
  *     blended = p + ((c - p) * w >> 8)       mod 256, all four bytes alike, no rounding term
  *
- * computed two bytes at a time in 32-bit words. count: pixels. weight: 0 to 256. A weight of 0 keeps the pixel, 256
- * gives the colour. */
+ * computed two bytes at a time in 32-bit words, bytes 0 and 2 together and 1 and 3. count: pixels. weight: 0
+ * to 256. A weight of 0 keeps the pixel, 256 gives the colour.
+ * At w = 257 (arepl, weight 256) there is one exception: where c = 0 < p at byte 0 or 1 and c = p two bytes
+ * above, that upper byte becomes c - 1. */
 VEXLOR_API void vexlor_1d_fill_blend_over_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
                                                uint32_t alpha_shift VEXLOR_DEFAULT(0)); /* w = weight; shift unused */
 VEXLOR_API void vexlor_1d_fill_blend_over_aone_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
                                                     uint32_t alpha_shift); /* w = weight; alpha byte 0xFF */
-/* w = weight + (weight != 0), up to 257; the alpha byte is cleared and the weight, unshifted, is ORed in at bit 0. */
+/* w = weight + (weight != 0), up to 257; the alpha byte is cleared and the weight, unshifted, is ORed in at
+ * bit 0. */
 VEXLOR_API void vexlor_1d_fill_blend_over_arepl_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
                                                      uint32_t alpha_shift);
-/* Calls span once per row of the rectangle with the context's color, weight = alpha_value + (alpha_value != 0) and
- * the format's alpha shift. Unchecked. */
+/* Calls span once per row of the rectangle with the context's color, weight = alpha_value + (alpha_value !=
+ * 0) and the format's alpha shift. Unchecked. */
 VEXLOR_API void vexlor_2d_fill_blend_over_8888(const vexlor_context* ctx, const vexlor_surface_desc* dst,
                                                vexlor_fill_blend_fn span, int32_t x, int32_t y, int32_t width,
                                                int32_t height);
@@ -298,15 +313,17 @@ VEXLOR_API void vexlor_2d_fill_blend_over_8888(const vexlor_context* ctx, const 
  *
  * Transfers a w x h rectangle from (sx, sy) of src to (dx, dy) of dst, by alpha_op:
  *
- *  - 0, plain: equivalent formats are copied, row by row, through slot memcpy_stream; with alpha_dst_op 2 and 32-bit
- *    RGB the alpha byte becomes 0xFF. Rectangles that overlap on one surface are copied right: upwards when the
- *    source lies above, through slot memmove_stream when both start in the same row; only the alpha_dst_op 2 copy
- *    always goes top down, pixel 0 first. YUV 4:2:2 becomes 32-bit RGB through the four converter slots. The word
- *    copy moves a row of w * bytes per pixel = 4 k + 2 bytes as 4 k + 4: one more 16-bit pixel of the row is
- *    carried along, inside the surfaces.
- *  - 1, alpha test: 32-bit source with alpha, alpha_dst_op 1; pixels that pass (alpha_test, alpha_ref) are copied.
- *  - 2, blend: by alpha_src with the source pixel's alpha (32-bit formats with alpha), or with alpha_value (32-bit
- *    RGB, 565, and YUV 4:2:2 into 32-bit RGB). 565 and YUV blends consult neither alpha_mode nor alpha_dst_op.
+ *  - 0, plain: equivalent formats are copied, row by row, through slot memcpy_stream; with alpha_dst_op 2 and
+ *    32-bit RGB the alpha byte becomes 0xFF. Rectangles that overlap on one surface are copied right: upwards
+ *    when the source lies above, through slot memmove_stream when both start in the same row; only the
+ *    alpha_dst_op 2 copy always goes top down, pixel 0 first. YUV 4:2:2 becomes 32-bit RGB through the four
+ *    converter slots. The word copy moves a row of w * bytes per pixel = 4 k + 2 bytes as 4 k + 4: one more
+ *    16-bit pixel of the row is carried along, inside the surfaces.
+ *  - 1, alpha test: 32-bit source with alpha, alpha_dst_op 1; pixels that pass (alpha_test, alpha_ref) are
+ *    copied.
+ *  - 2, blend: by alpha_src with the source pixel's alpha (32-bit formats with alpha), or with alpha_value
+ *    (32-bit RGB, 565, and YUV 4:2:2 into 32-bit RGB). 565 and YUV blends consult neither alpha_mode nor
+ *    alpha_dst_op.
  *
  * Returns, in this order:
  *     all             VEXLOR_NULL_POINTER, VEXLOR_BAD_RECTANGLE, VEXLOR_UNSUPPORTED_ALPHA (alpha_op above 2)
@@ -324,10 +341,10 @@ VEXLOR_API uint32_t vexlor_copy(const vexlor_context* ctx, const vexlor_surface_
                                 const vexlor_surface_desc* dst, int32_t sx, int32_t sy, int32_t dx, int32_t dy,
                                 int32_t w, int32_t h);
 
-/* Drivers: compute the first row addresses, then call a row routine once per row. Unchecked; h = 0 calls nothing.
- * Both addresses use the source's bytes per pixel, but for S32D32, where each surface uses its own. g is
- * alpha_value + (alpha_value != 0); shift is the alpha shift of the source format. The 565 and test drivers read
- * their slot of the context before each row and stop when it is empty. */
+/* Drivers: compute the first row addresses, then call a row routine once per row. Unchecked; h = 0 calls
+ * nothing. Both addresses use the source's bytes per pixel, but for S32D32, where each surface uses its own.
+ * g is alpha_value + (alpha_value != 0); shift is the alpha shift of the source format. The 565 and test
+ * drivers read their slot of the context before each row and stop when it is empty. */
 VEXLOR_API void vexlor_2d_copy_blend_over_src_8888(const vexlor_surface_desc* src, const vexlor_surface_desc* dst,
                                                    vexlor_copy_src_fn row, int32_t sx, int32_t sy, int32_t dx,
                                                    int32_t dy, int32_t w, int32_t h);
@@ -345,16 +362,18 @@ VEXLOR_API void vexlor_2d_copy_test_8888(const vexlor_context* ctx, const vexlor
                                          const vexlor_surface_desc* dst, int32_t sx, int32_t sy, int32_t dx,
                                          int32_t dy, int32_t w, int32_t h);
 
-/* Rows that blend 32-bit pixels by the source pixel's alpha. shift: bit position of the alpha byte, 0 or 24 for the
- * known formats. With source byte s, destination byte d, a the source pixel's alpha and f = a + (a != 0), 0 to 256:
+/* Rows that blend 32-bit pixels by the source pixel's alpha. shift: bit position of the alpha byte, 0 or 24
+ * for the known formats. With source byte s, destination byte d, a the source pixel's alpha and f = a + (a !=
+ * 0), 0 to 256:
  *
  *     straight          d + ((s - d) * f >> 8)                mod 256
  *     premultiplied     s + d - (d * f >> 8)                  mod 256, bytes 0 and 1
  *                       s + d - (d * f >> 8) - borrow         mod 256, bytes 2 and 3
  *
- * All four bytes are blended alike; no pixel is skipped and no sum saturates. The borrow is part of the contract: two
- * bytes share a 32-bit word, and the fraction of the upper byte's product is taken off with it. It is 1 when
- * (d * f mod 256) * 256 > s' + d' - (d' * f >> 8), s' and d' being the bytes two places lower, else 0. */
+ * All four bytes are blended alike; no pixel is skipped and no sum saturates. The borrow is part of the
+ * contract: two bytes share a 32-bit word, and the fraction of the upper byte's product is taken off with it.
+ * It is 1 when (d * f mod 256) * 256 > s' + d' - (d' * f >> 8), s' and d' being the bytes two places lower,
+ * else 0. */
 VEXLOR_API void vexlor_1d_copy_blend_over_src_8888          (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift); /* alpha blended too */
 VEXLOR_API void vexlor_1d_copy_blend_over_src_aone_8888     (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift); /* alpha byte 0xFF */
 VEXLOR_API void vexlor_1d_copy_blend_over_src_arepl_8888    (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift); /* alpha of the source */
@@ -362,9 +381,10 @@ VEXLOR_API void vexlor_1d_copy_blend_over_src_pre_8888      (const uint32_t* src
 VEXLOR_API void vexlor_1d_copy_blend_over_src_pre_aone_8888 (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift);
 VEXLOR_API void vexlor_1d_copy_blend_over_src_pre_arepl_8888(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift);
 
-/* The same with one factor for the whole row, from g, 0 to 256. The plain rows take f = g and ignore shift. The aone
- * and arepl rows raise it once more, f = g + (g != 0), so 256 blends at 257; arepl clears the alpha byte and ORs g,
- * unshifted, in at bit 0. */
+/* The same with one factor for the whole row, from g, 0 to 256. The plain rows take f = g and ignore shift.
+ * The aone and arepl rows raise it once more, f = g + (g != 0), so 256 blends at 257 (straight: where
+ * s = 0 < d at byte 0 or 1 and s = d two bytes above, that upper byte becomes s - 1); arepl clears the alpha byte
+ * and ORs g, unshifted, in at bit 0. */
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_8888          (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift VEXLOR_DEFAULT(0));
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_aone_8888     (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift);
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_arepl_8888    (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift);
@@ -372,33 +392,34 @@ VEXLOR_API void vexlor_1d_copy_blend_over_gbl_pre_8888      (const uint32_t* src
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_pre_aone_8888 (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift);
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_pre_arepl_8888(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift);
 
-/* Four pixels at a time. Straight rows equal the portable ones. Premultiplied rows lack the borrow, in bytes 2 and 3 of
- * the pixels between the destination's first 16-byte boundary and the last 0 to 3; they sit in no slot. Rows that are
- * not 4-byte aligned are blended like the portable ones throughout. */
+/* Four pixels at a time. Straight rows equal the portable ones. Premultiplied rows lack the borrow, in bytes
+ * 2 and 3 of the pixels between the destination's first 16-byte boundary and the last 0 to 3; they sit in no
+ * slot. A destination that is not 4-byte aligned is blended like the portable rows throughout. */
 VEXLOR_API void vexlor_1d_copy_blend_over_src_8888_sse2    (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift);
 VEXLOR_API void vexlor_1d_copy_blend_over_src_pre_8888_sse2(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift);
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_8888_sse2    (const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift VEXLOR_DEFAULT(0));
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_pre_8888_sse2(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g, uint32_t shift VEXLOR_DEFAULT(0));
 
-/* 565 pixels. g, 0 to 256, is used as it comes with shifts of 5 and 6, by contract: weights of 32 (red, blue) and 64
- * (green) give the source, larger ones scale the difference up and wrap inside the masks:
+/* 565 pixels. g, 0 to 256, is used as it comes with shifts of 5 and 6, by contract: weights of 32 (red, blue)
+ * and 64 (green) give the source, larger ones scale the difference up and wrap inside the masks:
  *
  *     G  = (((s & 0x07E0) - (d & 0x07E0)) * g >> 6) + (d & 0x07E0) & 0x07E0
  *     RB = (((s & 0xF81F) - (d & 0xF81F)) * g >> 5) + (d & 0xF81F) & 0xF81F */
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_565(const uint16_t* src, uint16_t* dst, uint32_t count, uint32_t g);
 
-/* Copies 32-bit pixels with the alpha byte set to 0xFF. Each pixel is read, then written, from pixel 0 up, also when
- * the rows overlap. */
+/* Copies 32-bit pixels with the alpha byte set to 0xFF. Each pixel is read, then written, from pixel 0 up,
+ * also when the rows overlap. */
 VEXLOR_API void vexlor_1d_copy_opaque_aone_8888(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t shift);
-/* Copies the 32-bit pixels whose alpha passes test (VEXLOR_ALPHA_TEST_...) against reference, compared as 32-bit
- * numbers; leaves the others alone. A test above 5 copies nothing. */
+/* Copies the 32-bit pixels whose alpha passes test (VEXLOR_ALPHA_TEST_...) against reference, compared as
+ * 32-bit numbers; leaves the others alone. A test above 5 copies nothing. */
 VEXLOR_API void vexlor_1d_copy_test_8888(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t test,
                                          uint32_t reference, uint32_t shift);
 
-/* YUV 4:2:2 rows blended with the factor g, 0 to 256, used as it comes. Source pixels become RGB by the integer rule
- * below with an alpha byte of 255, and are blended straight over the destination pixel, all four bytes. Rows into
- * YUV convert the destination to RGB, blend, and convert back, chroma from the pair's first pixel. count: pixels,
- * count / 2 pairs are processed; an odd last pixel is left alone, and a count below 2, or negative, does nothing. */
+/* YUV 4:2:2 rows blended with the factor g, 0 to 256, used as it comes. Source pixels become RGB by the
+ * integer rule below with an alpha byte of 255, and are blended straight over the destination pixel, all four
+ * bytes. Rows into YUV convert the destination to RGB, blend, and convert back, chroma from the pair's first
+ * pixel. count: pixels, count / 2 pairs are processed; an odd last pixel is left alone, and a count below 2,
+ * or negative, does nothing. */
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8           (const void* src, void* dst, int32_t count, uint32_t g);
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8(const void* src, void* dst, int32_t count, uint32_t g);
 VEXLOR_API void vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8_2_B8G8R8A8(const void* src, void* dst, int32_t count, uint32_t g);
@@ -408,9 +429,9 @@ VEXLOR_API void vexlor_1d_copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8(const void* sr
 
 /* ---- Scale -----------------------------------------------------------------------------------------------------
  *
- * Stretches or shrinks the sw x sh rectangle at (sx, sy) of src into the dw x dh rectangle at (dx, dy) of dst. Sizes
- * and origins are meant to stay below 32768: positions are 16.16 fixed point, a step is (source length << 16) /
- * destination length, truncated.
+ * Stretches or shrinks the sw x sh rectangle at (sx, sy) of src into the dw x dh rectangle at (dx, dy) of
+ * dst. Sizes and origins are meant to stay below 32768: positions are 16.16 fixed point, a step is (source
+ * length << 16) / destination length, truncated.
  *
  *     alpha_op 0 or 1, or 2 with alpha_src 0    opaque; there is no global-alpha blend
  *     alpha_op 2 with alpha_src 1               blended by the scaled pixel's own alpha
@@ -418,18 +439,19 @@ VEXLOR_API void vexlor_1d_copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8(const void* sr
  *     filter 2                                  Gaussian where an axis is kept or reduced, Catmull-Rom where enlarged
  *     any other filter                          box mean where an axis is kept or reduced, linear where enlarged
  *
- * Formats: equivalent ones (565, 32-bit RGB, YUV 4:2:2 of one order), and YUV 4:2:2 into 32-bit RGB at even source
- * widths. Blended scaling takes equivalent 32-bit formats with alpha. Filtered scaling starts at the rectangle's
- * first row, unfiltered half a step below it: the two sample different rows.
+ * Formats: equivalent ones (565, 32-bit RGB, YUV 4:2:2 of one order), and YUV 4:2:2 into 32-bit RGB at even
+ * source widths. Blended scaling takes equivalent 32-bit formats with alpha. Filtered scaling starts at the
+ * rectangle's first row, unfiltered half a step below it: the two sample different rows.
  *
- * By contract, unfiltered opaque scaling repeats a destination row by a copy of dw x 4 bytes: in 565 that is twice
- * the rectangle's width, and the dw pixels right of the rectangle, as far as the surface reaches, are those of the
- * row above. YUV into RGB leaves the last column alone when dw is odd, but in repeated rows; its source starts at the
- * pair that holds sx.
+ * By contract, unfiltered opaque scaling repeats a destination row by a copy of dw x 4 bytes: in 565 that is
+ * twice the rectangle's width, and the dw pixels right of the rectangle, as far as the surface reaches, are
+ * those of the row above. YUV into RGB leaves the last column alone when dw is odd, but in repeated rows; its
+ * source starts at the pair that holds sx.
  *
- * Filtered YUV scaling converts source rows into the context's row cache, and the cache remembers how many rows an
- * earlier scale made it hold: after one that reduced the height, a scale with fewer rows per destination row lags
- * behind its source (see vexlor_cache_update). Use a fresh context, or a fresh cache in its place, where that matters.
+ * Filtered YUV scaling converts source rows into the context's row cache, and the cache remembers how many
+ * rows an earlier scale made it hold: after one that reduced the height, a scale with fewer rows per
+ * destination row lags behind its source (see vexlor_cache_update). Use a fresh context, or a fresh cache in
+ * its place, where that matters.
  *
  * Returns, in this order: VEXLOR_NULL_POINTER, VEXLOR_BAD_RECTANGLE, VEXLOR_OVERLAP, VEXLOR_UNSUPPORTED_ALPHA
  * (alpha_op above 2, alpha_src above 1 when blending), then:
@@ -442,7 +464,8 @@ VEXLOR_API void vexlor_1d_copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8(const void* sr
  *     blended, filtered     VEXLOR_NOT_CONVERTIBLE, VEXLOR_NO_SOURCE_ALPHA, VEXLOR_UNSUPPORTED_FORMAT,
  *                           VEXLOR_UNSUPPORTED_ALPHA (the same)
  *
- * Without memory for the rows that filtered scaling needs in between, nothing is drawn and VEXLOR_OK returned. */
+ * Without memory for the rows that filtered scaling needs in between, nothing is drawn and VEXLOR_OK
+ * returned. */
 VEXLOR_API uint32_t vexlor_scale(vexlor_context* ctx, const vexlor_surface_desc* src, const vexlor_surface_desc* dst,
                                  int32_t sx, int32_t sy, int32_t sw, int32_t sh, int32_t dx, int32_t dy, int32_t dw,
                                  int32_t dh);
@@ -453,10 +476,10 @@ VEXLOR_API uint32_t vexlor_scale_opaque_filter           (vexlor_context* ctx, c
 VEXLOR_API uint32_t vexlor_scale_blend_over_src_nofilter (vexlor_context* ctx, const vexlor_surface_desc* src, const vexlor_surface_desc* dst, int32_t sx, int32_t sy, int32_t sw, int32_t sh, int32_t dx, int32_t dy, int32_t dw, int32_t dh);
 VEXLOR_API uint32_t vexlor_scale_blend_over_src_filter   (vexlor_context* ctx, const vexlor_surface_desc* src, const vexlor_surface_desc* dst, int32_t sx, int32_t sy, int32_t sw, int32_t sh, int32_t dx, int32_t dy, int32_t dw, int32_t dh);
 
-/* Spans of unfiltered scaling: one destination row from one source row. Destination unit i comes from source unit
- * x + i * step, 16.16, truncated. x, step: 16.16; count: destination pixels; dst_format: read for its alpha shift.
- * The YUV spans step through pairs: each step converts one pair to two pixels as the row converter of the same name
- * does, count / 2 times, so an odd last pixel is left alone. */
+/* Spans of unfiltered scaling: one destination row from one source row. Destination unit i comes from source
+ * unit x + i * step, 16.16, truncated. x, step: 16.16; count: destination pixels; dst_format: read for its
+ * alpha shift. The YUV spans step through pairs: each step converts one pair to two pixels as the row
+ * converter of the same name does, count / 2 times, so an odd last pixel is left alone. */
 typedef void (*vexlor_scale_span_fn)(const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_opaque_nofilt_32                  (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step); /* 32-bit units, unchanged */
 VEXLOR_API void vexlor_1d_scale_opaque_nofilt_aone_8888           (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step); /* alpha byte 0xFF */
@@ -464,7 +487,8 @@ VEXLOR_API void vexlor_1d_scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 (const void* s
 VEXLOR_API void vexlor_1d_scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8 (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8 (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_opaque_nofilt_U8Y8V8Y8_2_B8G8R8X8 (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
-/* Blending spans: as the vexlor_1d_lerp row of the same name does, both alpha shifts being that of dst_format. */
+/* Blending spans: as the vexlor_1d_lerp row of the same name does, both alpha shifts being that of
+ * dst_format. */
 VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_8888           (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_8888_pre       (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_arepl_8888     (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
@@ -472,9 +496,10 @@ VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_arepl_8888_pre (const void
 VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_aone_8888      (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 VEXLOR_API void vexlor_1d_scale_blend_over_src_nofilt_aone_8888_pre  (const void* src, void* dst, uint32_t dst_format, uint32_t count, int32_t x, int32_t step);
 
-/* Interpolation rows: blend a finished row of source pixels over the destination, each by the source pixel's own alpha,
- * with the arithmetic of the vexlor_1d_copy_blend_over_src rows of the same kind. src_shift: bit position of the source's
- * alpha; dst_shift: of the destination's, used by the aone rows. Note the order: destination first. */
+/* Interpolation rows: blend a finished row of source pixels over the destination, each by the source pixel's
+ * own alpha, with the arithmetic of the vexlor_1d_copy_blend_over_src rows of the same kind. src_shift: bit
+ * position of the source's alpha; dst_shift: of the destination's, used by the aone rows. Note the order:
+ * destination first. */
 typedef void (*vexlor_lerp_8888_fn)(uint32_t* dst, const uint32_t* src, uint32_t count, uint32_t src_shift, uint32_t dst_shift);
 typedef void (*vexlor_lerp_565_fn)(uint16_t* dst, const uint16_t* src, uint32_t count, uint32_t shift);
 VEXLOR_API void vexlor_1d_lerp_8888          (uint32_t* dst, const uint32_t* src, uint32_t count, uint32_t src_shift, uint32_t dst_shift VEXLOR_DEFAULT(0)); /* alpha blended too */
@@ -483,8 +508,8 @@ VEXLOR_API void vexlor_1d_lerp_arepl_8888    (uint32_t* dst, const uint32_t* src
 VEXLOR_API void vexlor_1d_lerp_pre_arepl_8888(uint32_t* dst, const uint32_t* src, uint32_t count, uint32_t src_shift, uint32_t dst_shift VEXLOR_DEFAULT(0));
 VEXLOR_API void vexlor_1d_lerp_aone_8888     (uint32_t* dst, const uint32_t* src, uint32_t count, uint32_t src_shift, uint32_t dst_shift); /* alpha byte 0xFF */
 VEXLOR_API void vexlor_1d_lerp_pre_aone_8888 (uint32_t* dst, const uint32_t* src, uint32_t count, uint32_t src_shift, uint32_t dst_shift);
-/* 565: w = a + (a != 0), a = the pixel's 16 bits >> shift & 0xFF. Shifts of 5 and 6 though w runs to 256, as in
- * vexlor_1d_copy_blend_over_gbl_565. Premultiplied: s + d - (w * d >> 5), or >> 6 for green, then masked. */
+/* 565: w = a + (a != 0), a = the pixel's 16 bits >> shift & 0xFF. Shifts of 5 and 6 though w runs to 256, as
+ * in vexlor_1d_copy_blend_over_gbl_565. Premultiplied: s + d - (w * d >> 5), or >> 6 for green, then masked. */
 VEXLOR_API void vexlor_1d_lerp_565    (uint16_t* dst, const uint16_t* src, uint32_t count, uint32_t shift);
 VEXLOR_API void vexlor_1d_lerp_pre_565(uint16_t* dst, const uint16_t* src, uint32_t count, uint32_t shift);
 /* The row for the context's alpha_dst_op and alpha_mode (565: alpha_mode alone); null for values without one. */
@@ -497,15 +522,17 @@ VEXLOR_API void vexlor_writer_aone_8888 (uint32_t* dst, const uint32_t* row, uin
 
 /* ---- Filters ---------------------------------------------------------------------------------------------------
  *
- * A filter writes one row of `count` pixels from up to four source rows. Names give the horizontal and the vertical
- * kernel. Addresses are those of pixels, 32-bit words (8888, any byte order, all channels alike) or 16-bit ones (565):
+ * A filter writes one row of `count` pixels from up to four source rows. Names give the horizontal and the
+ * vertical kernel. Addresses are those of pixels, 32-bit words (8888, any byte order, all channels alike) or
+ * 16-bit ones (565):
  *
  *     first, last    top-left pixel of the source rectangle, and the last pixel that a tap may read
  *     row, row_end   leftmost pixel of the source row of this destination row, and the rightmost a tap may read
  *     params         steps, see below
  *     out            count pixels
  *
- * With acc = i * xstep for destination pixel i, whole() the integer part, w(p) = f + (f != 0) for f = bits 8-15 of p:
+ * With acc = i * xstep for destination pixel i, whole() the integer part, w(p) = f + (f != 0) for f = bits
+ * 8-15 of p:
  *
  *     mean      taps k, k + 1; k = whole(acc) + whole(xhalf). Result ((a + b) * 127 >> 8) per byte; 565: * 15 >> 5 for
  *               red and blue, * 31 >> 6 for green: every mean darkens a little. Vertically from the row yhalf_rows
@@ -519,11 +546,11 @@ VEXLOR_API void vexlor_writer_aone_8888 (uint32_t* dst, const uint32_t* row, uin
  *               0..1 (Catmull and Rom, "A class of local interpolating splines", 1974). Vertically from the row
  *               yhalf_rows - 1 below, phase from ypos.
  *
- * (whole(a) + whole(b) above is (acc & 0xFFFF0000) + b, shifted right by 16.) Taps beyond row_end, and left of row,
- * read the pixel there. mean and linear use the lower row while its left tap is not beyond last. gauss and catrom work
- * on components 0..1 in single precision (sums in double); a row above first is replaced by the whole stride from
- * first on, one that starts behind last by the whole stride up to last: with a rectangle narrower than the stride,
- * taps there fall on pixels beside it. */
+ * (whole(a) + whole(b) above is (acc & 0xFFFF0000) + b, shifted right by 16.) Taps beyond row_end, and left
+ * of row, read the pixel there. mean and linear use the lower row while its left tap is not beyond last.
+ * gauss and catrom work on components 0..1 in single precision (sums in double); a row above first is
+ * replaced by the whole stride from first on, one that starts behind last by the whole stride up to last:
+ * with a rectangle narrower than the stride, taps there fall on pixels beside it. */
 typedef struct vexlor_filter_params {
     uint32_t ypos;        /* 16.16 source row of this destination row; only its fraction is read */
     int32_t xstep;        /* 16.16 source pixels per destination pixel */
@@ -538,8 +565,8 @@ typedef struct vexlor_filter_params {
 
 typedef void (*vexlor_filter_fn)(const uint8_t* first, const uint8_t* last, const uint8_t* row, const uint8_t* row_end, const vexlor_filter_params* params, void* out);
 
-/* The filter for the context's filter value and a scale from sw x sh to dw x dh, all at least 1. An axis is enlarged
- * when (to << 16) / from > 0x10000; the shift wraps for lengths from 32768 on. */
+/* The filter for the context's filter value and a scale from sw x sh to dw x dh, all at least 1. An axis is
+ * enlarged when (to << 16) / from > 0x10000; the shift wraps for lengths from 32768 on. */
 VEXLOR_API vexlor_filter_fn vexlor_scale_choose_filter_8888(const vexlor_context* ctx, int32_t sw, int32_t sh, int32_t dw, int32_t dh);
 VEXLOR_API vexlor_filter_fn vexlor_scale_choose_filter_565 (const vexlor_context* ctx, int32_t sw, int32_t sh, int32_t dw, int32_t dh);
 
@@ -562,11 +589,11 @@ VEXLOR_API void vexlor_filter_xcatrom_ycatrom_565  (const uint8_t* first, const 
 
 /* ---- Colour packing --------------------------------------------------------------------------------------------
  *
- * Pixels as single-precision components, most significant field first, 0 to 1. Unpacking multiplies a field by the
- * constant and rounds once. Packing multiplies by the scale and cuts the exact product off toward zero: it neither
- * rounds nor clamps, so components outside 0..1 spill into other fields, negative ones as the low 32 bits of a 64-bit
- * integer. 8-bit and 6-bit fields survive the way there and back; 5-bit fields come back one lower, but for 0, 19, 23,
- * 27 and 31. */
+ * Pixels as single-precision components, most significant field first, 0 to 1. Unpacking multiplies a field
+ * by the constant and rounds once. Packing multiplies by the scale and cuts the exact product off toward
+ * zero: it neither rounds nor clamps, so components outside 0..1 spill into other fields, negative ones as
+ * the low 32 bits of a 64-bit integer. 8-bit and 6-bit fields survive the way there and back; 5-bit fields
+ * come back one lower, but for 0, 19, 23, 27 and 31. */
 VEXLOR_API extern const float VEXLOR_FXPT_inv63;  /* 1/63, 0x3C820821 */
 VEXLOR_API extern const float VEXLOR_FXPT_inv31;  /* 1/31, 0x3D042108 */
 VEXLOR_API extern const float VEXLOR_FXPT_inv255; /* 1/255, 0x3B808081 */
@@ -581,8 +608,8 @@ VEXLOR_API uint32_t vexlor_color3_pack_565(const float in[3]); /* the pixel in t
 
 /* ---- Row cache -------------------------------------------------------------------------------------------------
  *
- * Source rows converted to another format, kept while a filter walks down a surface. A context owns one; callers who
- * drive rows themselves may make their own. One thread at a time. */
+ * Source rows converted to another format, kept while a filter walks down a surface. A context owns one;
+ * callers who drive rows themselves may make their own. One thread at a time. */
 struct vexlor_cache {
     int32_t pitch;         /* bytes between rows in the buffer, a multiple of 16; only grows */
     int32_t capacity;      /* rows the buffer holds; only grows */
@@ -608,47 +635,49 @@ VEXLOR_API void vexlor_cache_reset(vexlor_cache* cache);
  *   rows               rows of the band, at least 1
  *   *first, *last      in: first unit of the band, last unit of its first row. Out: the same places in the buffer.
  *
- * A band that begins where the held one does is not converted again. One that moved down by k rows moves the rows
- * behind the k-th up and converts k rows, from row (rows - k) of the band on, behind them; that counts from the
- * buffer's capacity, so a band shorter than the capacity lags behind its source. One that moved up keeps the rows
- * as they are. Start from vexlor_cache_reset, or a fresh cache, where that matters.
+ * A band that begins where the held one does is not converted again. One that moved down by k rows moves the
+ * rows behind the k-th up and converts k rows, from row (rows - k) of the band on, behind them; that counts
+ * from the buffer's capacity, so a band shorter than the capacity lags behind its source. One that moved up
+ * keeps the rows as they are. Start from vexlor_cache_reset, or a fresh cache, where that matters.
  *
- * One pitch before the first row repeats the first row and, where the band reaches the end of the buffer, one pitch
- * behind the band repeats its last row, for filters that look one row further. Without memory, and for
- * rows or in_unit below 1 or out_unit below in_unit, the cache is left empty, null is stored in both and 0 returned. */
+ * One pitch before the first row repeats the first row and, where the band reaches the end of the buffer, one
+ * pitch behind the band repeats its last row, for filters that look one row further. Without memory, and for
+ * rows or in_unit below 1, out_unit below in_unit, *last below *first or rows above 2^31 - 1 bytes, the cache
+ * is left empty, null is stored in both and 0 returned. */
 VEXLOR_API int32_t vexlor_cache_update(vexlor_cache* cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy,
                                        int32_t in_unit, int32_t out_unit, int32_t count, uint32_t stride,
                                        int32_t rows, uint8_t** first, uint8_t** last);
 
 /* ---- Memory routines -------------------------------------------------------------------------------------------
- * Counts are bytes, meant to be even. Where they are not a multiple of the unit, the bytes touched are as stated. */
+ * Counts are bytes, meant to be even. Where they are not a multiple of the unit, the bytes touched are as
+ * stated. */
 
 VEXLOR_API void vexlor_memcpy_x86(void* dst, const void* src, uint32_t bytes); /* bytes / 4 words, then bytes % 4 16-bit units, forwards, also when the ranges overlap: 6 bytes copy 8 */
 VEXLOR_API void vexlor_memmove(void* dst, const void* src, uint32_t bytes);    /* the C library's memmove */
-/* Sets rows of 16- or 32-bit pixels. value: the 32-bit pattern, a 16-bit pixel in both halves. A destination that is
- * not 4-byte aligned first gets one 16-bit store of value's low half; then words; a rest of 1 to 3 bytes gets one
- * 16-bit store. 0 bytes store nothing. */
+/* Sets rows of 16- or 32-bit pixels. value: the 32-bit pattern, a 16-bit pixel in both halves. A destination
+ * that is not 4-byte aligned first gets one 16-bit store of value's low half; then words; a rest of 1 to 3
+ * bytes gets one 16-bit store. 0 bytes store nothing. */
 VEXLOR_API void vexlor_memset(void* dst, uint32_t value, uint32_t bytes);
-/* Copies words, after one 16-bit unit when a pointer is not 4-byte aligned but both are even. **It returns only when
- * both pointers are 4-byte aligned and bytes % 4 == 0, or both are even, not both 4-byte aligned, and bytes % 4 == 2,
- * or one is odd and bytes is 0; any other call copies on until it faults.** No slot holds it; the library never
- * calls it. */
+/* Copies words, after one 16-bit unit when a pointer is not 4-byte aligned but both are even. **It returns
+ * only when both pointers are 4-byte aligned and bytes % 4 == 0, or both are even, not both 4-byte aligned,
+ * and bytes % 4 == 2, or one is odd and bytes is 0; any other call copies on until it faults.** No slot holds
+ * it; the library never calls it. */
 VEXLOR_API void vexlor_memcpy(void* dst, const void* src, uint32_t bytes);
 
-/* With SSE. Rows below the stated length take vexlor_memcpy_x86 or vexlor_memset. The streaming routines write past the
- * caches and end with a store fence; 2-byte steps bring the destination to a 16-byte boundary first, which an odd one
- * never reaches. */
+/* With SSE. Rows below the stated length take vexlor_memcpy_x86 or vexlor_memset. The streaming routines
+ * write past the caches and end with a store fence; 2-byte steps bring the destination to a 16-byte boundary
+ * first, which an odd one never reaches. */
 VEXLOR_API void vexlor_memcpy16_sse(void* dst, const void* src, uint32_t bytes);      /* from 64 bytes on: whole 16-byte blocks only, both pointers 16-byte aligned */
 VEXLOR_API void vexlor_memcpy_stream_sse(void* dst, const void* src, uint32_t bytes); /* from 128 bytes on: exactly bytes */
-/* From 128 bytes on: 16-bit stores of value's low half up to a 16-byte boundary, 16-byte blocks, then value's low byte
- * once if anything is left; the rest of up to 14 bytes keeps what it held. */
+/* From 128 bytes on: 16-bit stores of value's low half up to a 16-byte boundary, 16-byte blocks, then value's
+ * low byte once if anything is left; the rest of up to 14 bytes keeps what it held. */
 VEXLOR_API void vexlor_memset_stream_sse(void* dst, uint32_t value, uint32_t bytes);
 
 /* ---- YUV 4:2:2 converters --------------------------------------------------------------------------------------
  *
- * Integer studio-range BT.601 with coefficients times 256. count: pixels, count / 2 pairs are converted; an odd last
- * pixel is left alone, and a count below 2, or negative, does nothing. With C = Y - 16, D = U - 128, E = V - 128,
- * arithmetic shifts, each result clamped to 0..255 and the X byte 255:
+ * Integer studio-range BT.601 with coefficients times 256. count: pixels, count / 2 pairs are converted; an
+ * odd last pixel is left alone, and a count below 2, or negative, does nothing. With C = Y - 16, D = U - 128,
+ * E = V - 128, arithmetic shifts, each result clamped to 0..255 and the X byte 255:
  *
  *     R = (298 C + 409 E + 128) >> 8
  *     G = (298 C - 208 E - 100 D + 128) >> 8
@@ -669,15 +698,16 @@ VEXLOR_API void vexlor_1d_X8R8G8B8_2_U8Y8V8Y8(const void* src, void* dst, int32_
 VEXLOR_API void vexlor_1d_B8G8R8X8_2_U8Y8V8Y8(const void* src, void* dst, int32_t count);
 VEXLOR_API void vexlor_1d_passthrough(const void* src, void* dst, int32_t count); /* count 32-bit words, unchanged; negative: none */
 
-/* With SSE2. From the destination's first 16-byte boundary on (rows that are not 8-byte aligned have none) two pairs at
- * a time in single precision, one rounding per operation, to integers as the processor is set to round, clamped to
- * 0..255; the X byte is 0. Pairs before, and a last single one, are converted as above. With Y' = 1.164 (Y - 16),
- * U' = U - 128, V' = V - 128:
+/* With SSE2. From the destination's first 16-byte boundary on (rows that are not 8-byte aligned have none)
+ * two pairs at a time in single precision, one rounding per operation, to integers as the processor is set to
+ * round, clamped to 0..255; the X byte is 0. Pairs before, and a last single one, are converted as above.
+ * With Y' = 1.164 (Y - 16), U' = U - 128, V' = V - 128:
  *
  *     R = Y' + 1.596 V'        G = (Y' - 0.391 U') - 0.813 V'        B = Y' + 2.018 U' */
 VEXLOR_API void vexlor_1d_Y8V8Y8U8_2_X8R8G8B8_sse2(const void* src, void* dst, int32_t count);
 VEXLOR_API void vexlor_1d_U8Y8V8Y8_2_X8R8G8B8_sse2(const void* src, void* dst, int32_t count);
-/* Their constants, one per row, four times each, 16-byte aligned: 16, 128, 1.164, 2.018, 1.596, -0.391, -0.813. */
+/* Their constants, one per row, four times each, 16-byte aligned: 16, 128, 1.164, 2.018, 1.596, -0.391,
+ * -0.813. */
 VEXLOR_API extern const float VEXLOR_YUV_2_RGB_SSE2_CONSTS[7][4];
 
 #ifdef __cplusplus

@@ -1,6 +1,6 @@
-// What every folder needs: short integer names, access to pixels at any address, address arithmetic that cannot
-// overflow. Everything here is per translation unit (unnamed namespace), because a file may be compiled for another
-// instruction set than its neighbours.
+// What every folder needs: short integer names, access to pixels at any address, address arithmetic that
+// cannot overflow. Everything here is per translation unit (unnamed namespace), because a file may be
+// compiled for another instruction set than its neighbours.
 #pragma once
 
 #include "vexlor.h"
@@ -17,8 +17,8 @@ using i64 = int64_t;
 
 namespace {
 
-// Rows start at any address and their bytes are pixels of several widths in turn. Copying the bytes says so to the
-// compiler, and costs one move.
+// Rows start at any address and their bytes are pixels of several widths in turn. Copying the bytes says so
+// to the compiler, and costs one move.
 template <class T> inline T load(const void* at)
 {
     T value;

@@ -1,5 +1,5 @@
-// Where the processor's flags come from: the operating system's system page where there is one, the processor itself
-// elsewhere.
+// Where the processor's flags come from: the operating system's system page where there is one, the processor
+// itself elsewhere.
 #include "context/processor.h"
 
 #if defined(VEXLOR_HAS_SYSTEM_PAGE)

@@ -1,5 +1,5 @@
-// Rows of 32-bit pixels blended over others, by the source pixel's alpha or by one factor; 565 rows by one factor; and
-// the two rows that copy without blending.
+// Rows of 32-bit pixels blended over others, by the source pixel's alpha or by one factor; 565 rows by one
+// factor; and the two rows that copy without blending.
 #include "row/over.h"
 #include "row/rgb565.h"
 

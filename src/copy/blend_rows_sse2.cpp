@@ -1,6 +1,7 @@
-// Rows of 32-bit pixels blended four at a time. Straight colours come out as in the portable rows. Premultiplied ones
-// do not: a lane of its own has nothing to borrow from, so bytes 2 and 3 of pixels in the vector body are those of the
-// plain rule s + d - (d * f >> 8), while pixels before the first 16-byte boundary and the last 0 to 3 keep the borrow.
+// Rows of 32-bit pixels blended four at a time. Straight colours come out as in the portable rows.
+// Premultiplied ones do not: a lane of its own has nothing to borrow from, so bytes 2 and 3 of pixels in the
+// vector body are those of the plain rule s + d - (d * f >> 8), while pixels before the first 16-byte
+// boundary and the last 0 to 3 keep the borrow.
 #include "row/lanes_sse2.h"
 
 using namespace vexlor;
@@ -16,8 +17,8 @@ struct Constants : Constant {
     Octet operator()(Octet) const { return octet(f); }
 };
 
-// Single pixels up to a 16-byte boundary of the destination, which rows off by less than a pixel never reach; then
-// four at a time; then the rest.
+// Single pixels up to a 16-byte boundary of the destination, which rows off by less than a pixel never reach;
+// then four at a time; then the rest.
 template <class Mix> void over_aligned(const u32* src, u32* dst, u32 count, auto weight)
 {
     const auto one = [&](u32 i) {

@@ -44,15 +44,15 @@ struct Copy {
     const vexlor_surface_desc& src;
     const vexlor_surface_desc& dst;
     Rect from, to;
-    i32 rows; // to draw: none when the rectangle's sums wrapped
+    i32 rows; // to draw: none when the rectangle's sums wrapped or the pixels differ in size
 
     bool equivalent() const { return vexlor_fmt_is_equiv(src.format, dst.format); }
     bool convertible() const { return vexlor_surface_is_convertible(&src, from.w, from.h, &dst, to.w, to.h); }
     bool overlapping() const { return overlap(from, src, to, dst); }
 };
 
-// Rows of bytes from one place to another. The word copy moves a row of 4 k + r bytes as 4 k + 2 r, and callers rely
-// on the pixel that it carries along; but not where that lies behind the last byte of a surface.
+// Rows of bytes from one place to another. The word copy moves a row of 4 k + r bytes as 4 k + 2 r, and
+// callers rely on the pixel that it carries along; but not where that lies behind the last byte of a surface.
 struct RowCopy {
     vexlor_memcpy_fn copy;
     u32 bytes;
@@ -62,7 +62,8 @@ struct RowCopy {
     void operator()(u8* dst, const u8* src) const
     {
         const u32 rest = bytes % 4;
-        if (moved(src, bytes + rest) <= src_end && moved(dst, bytes + rest) <= dst_end)
+        const uintptr_t touched = uintptr_t{bytes} + rest;
+        if (moved(src, touched) <= src_end && moved(dst, touched) <= dst_end)
             return copy(dst, src, bytes);
         const u32 whole = bytes - rest;
         copy(dst, src, whole);
@@ -105,7 +106,7 @@ u32 copy_plain(const Copy& c)
             return VEXLOR_UNSUPPORTED_ALPHA;
         if (!is_rgb32(c.dst.format))
             return VEXLOR_UNSUPPORTED_FORMAT;
-        // Top down whatever overlaps: the one copy that does not mind its own writes.
+        // Top down whatever overlaps: rows may be overwritten before they are read.
         if (const auto row = c.ctx.copy_opaque_aone_8888)
             walk_down(c, src, dst, [&, shift = vexlor_fmt_get_alpha_shift(c.dst.format)](u8* d, const u8* s) {
                 row(reinterpret_cast<const u32*>(s), reinterpret_cast<u32*>(d), width, shift);
@@ -201,7 +202,9 @@ uint32_t vexlor_copy(const vexlor_context* ctx, const vexlor_surface_desc* src,
     const Rect to{dx, dy, w, h};
     if (!is_inside(from, *src) || !is_inside(to, *dst))
         return VEXLOR_BAD_RECTANGLE;
-    const i32 rows = has_pixels_inside(from, *src) && has_pixels_inside(to, *dst) ? h : 0;
+    const bool drawable = has_pixels_inside(from, *src) && has_pixels_inside(to, *dst) &&
+                          !differ_in_size_alone(src->format, dst->format);
+    const i32 rows = drawable ? h : 0;
     const Copy copy{*ctx, *src, *dst, from, to, rows};
     switch (ctx->alpha_op) {
     case VEXLOR_ALPHA_OP_NONE: return copy_plain(copy);

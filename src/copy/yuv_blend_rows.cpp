@@ -1,5 +1,5 @@
-// Rows of YUV 4:2:2 pairs blended by one factor over 32-bit RGB pixels or over pairs of their own layout. The blend
-// itself is always that of 32-bit pixels; a YUV destination goes through RGB and back.
+// Rows of YUV 4:2:2 pairs blended by one factor over 32-bit RGB pixels or over pairs of their own layout. The
+// blend itself is always that of 32-bit pixels; a YUV destination goes through RGB and back.
 #include "row/over.h"
 #include "row/yuv.h"
 

@@ -1,5 +1,6 @@
-// Gaussian and Catmull-Rom filters: three or four taps in each of three or four rows, in floating point on unpacked
-// colours. A kernel knows its taps, its first row and its weights; one loop serves both kernels in both directions.
+// Gaussian and Catmull-Rom filters: three or four taps in each of three or four rows, in floating point on
+// unpacked colours. A kernel knows its taps, its first row and its weights; one loop serves both kernels in
+// both directions.
 #include "filter/pixels.h"
 #include "filter/position.h"
 #include "row/rounding.h"
@@ -62,8 +63,8 @@ struct RowSpan {
     uintptr_t start, end; // addresses of the first and last pixel that taps read
 };
 
-// The rows of the vertical kernel. Those outside the rectangle become substitutes of one whole stride, from the
-// rectangle's first pixel on or up to its last: taps in them may fall on pixels beside the rectangle.
+// The rows of the vertical kernel. Those outside the rectangle become substitutes of one whole stride, from
+// the rectangle's first pixel on or up to its last: taps in them may fall on pixels beside the rectangle.
 template <class Pixel, class Y>
 void find_rows(const u8* first, const u8* last, const u8* row, const u8* row_end,
                const vexlor_filter_params& p, RowSpan (&rows)[Y::taps])

@@ -1,5 +1,5 @@
-// Box and linear filters: two taps in each of two rows, in integers. A kernel says where its taps are and how they
-// mix; one loop serves both kernels in both directions.
+// Box and linear filters: two taps in each of two rows, in integers. A kernel says where its taps are and how
+// they mix; one loop serves both kernels in both directions.
 #include "filter/pixels.h"
 #include "filter/position.h"
 
@@ -27,7 +27,8 @@ struct Linear {
     template <class Pixel> static u32 mix(u32 a, u32 b, u32 w) { return Pixel::lerp(a, b, w); }
 };
 
-// The box of 32-bit pixels alone tests its lower right tap by itself; all others take both lower taps or neither.
+// The box of 32-bit pixels alone tests its lower right tap by itself; all others take both lower taps or
+// neither.
 template <class Pixel, class X, class Y> constexpr bool lower_taps_fall_back_apart = false;
 template <> constexpr bool lower_taps_fall_back_apart<Pixel8888, Mean, Mean> = true;
 

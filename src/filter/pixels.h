@@ -1,4 +1,5 @@
-// The two kinds of pixel that filters know: how one averages, moves towards another, and becomes colour components.
+// The two kinds of pixel that filters know: how one averages, moves towards another, and becomes colour
+// components.
 #pragma once
 
 #include "row/over.h"

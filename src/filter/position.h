@@ -8,7 +8,8 @@ namespace {
 
 constexpr i64 whole = ~i64{0xFFFF}; // mask of a position's whole part
 
-// The source pixel at the whole part of the position plus the whole part of an offset: two truncations, not one.
+// The source pixel at the whole part of the position plus the whole part of an offset: two truncations, not
+// one.
 constexpr i64 centre(i64 position, i32 offset) { return ((position & whole) + offset) >> 16; }
 
 // Weight of a fraction: bits 8 to 15, 0 to 255, raised to 0, 2..256.

@@ -14,8 +14,8 @@ typedef u32 Pixels4 __attribute__((vector_size(16)));
 
 inline Octet octet(u32 value) { return Octet{} + static_cast<u16>(value); }
 
-// Each pixel's factor in both its lanes. The test for 0 compares integers: alphas read as floating-point numbers would
-// all be denormal.
+// Each pixel's factor in both its lanes. The test for 0 compares integers: alphas read as floating-point
+// numbers would all be denormal.
 inline Octet pixel_factors(Octet pixels, u32 shift)
 {
     const Pixels4 a = reinterpret_cast<Pixels4>(pixels) >> shift & 0xFF;

@@ -1,4 +1,5 @@
-// Memory routines in blocks of 16 bytes. Only instructions of the first SSE generation: moves and the store fence.
+// Memory routines in blocks of 16 bytes. Only instructions of the first SSE generation: moves and the store
+// fence.
 #include "base.h"
 
 #include <xmmintrin.h>
@@ -64,8 +65,8 @@ void vexlor_memcpy_stream_sse(void* dst, const void* src, uint32_t bytes)
         to[at] = from[at];
 }
 
-// Up to the first 16-byte boundary the low half of the value goes into both halves of 32-bit pixels, and of up to 15
-// bytes behind the last block only the first is written.
+// Up to the first 16-byte boundary the low half of the value goes into both halves of 32-bit pixels, and of
+// up to 15 bytes behind the last block only the first is written.
 void vexlor_memset_stream_sse(void* dst, uint32_t value, uint32_t bytes)
 {
     if (bytes < streamed_from)
@@ -73,7 +74,8 @@ void vexlor_memset_stream_sse(void* dst, uint32_t value, uint32_t bytes)
     auto* to = static_cast<u8*>(dst);
     for (; !is_block_aligned(to) && bytes >= 2; to += 2, bytes -= 2)
         store(to, static_cast<u16>(value));
-    // Through memory: a number that happens to be a signalling NaN must not pass through a floating-point register.
+    // Through memory: a number that happens to be a signalling NaN must not pass through a floating-point
+    // register.
     alignas(block) const u32 pattern[4] = {value, value, value, value};
     const __m128 blocks = load_aligned(reinterpret_cast<const u8*>(pattern));
     const u32 done = move_blocks(

@@ -1,5 +1,6 @@
-// Source-over blends of 32-bit pixels, built from parts: a source of pixels, a weight, a mix of colours and a rule for
-// the alpha byte. Fills, copies, scaled rows and interpolation rows share these parts and the one loop.
+// Source-over blends of 32-bit pixels, built from parts: a source of pixels, a weight, a mix of colours and a
+// rule for the alpha byte. Fills, copies, scaled rows and interpolation rows share these parts and the one
+// loop.
 #pragma once
 
 #include "base.h"
@@ -20,8 +21,9 @@ template <class Word> constexpr Word low_bytes(Word word)
         return word & 0xFF;
 }
 
-// Mixes of lane words. Differences and products wrap; the mask throws away what one channel of a 32-bit word borrows
-// from the other. Premultiplied words keep one such borrow: the fraction of the upper product is subtracted too.
+// Mixes of lane words. Differences and products wrap; the mask throws away what one channel of a 32-bit word
+// borrows from the other. Premultiplied words keep one such borrow: the fraction of the upper product is
+// subtracted too.
 struct Straight {
     template <class Word> static constexpr Word mix(Word s, Word d, Word f)
     {

@@ -9,8 +9,8 @@ namespace {
 constexpr u32 red_blue = 0xF81F;
 constexpr u32 green = 0x07E0;
 
-// a moves toward b. The shifts are those of the fields' own widths, 5 and 6, though weights run to 256: beyond 32 and
-// 64 the difference is scaled up and wraps inside the masks.
+// a moves toward b. The shifts are those of the fields' own widths, 5 and 6, though weights run to 256:
+// beyond 32 and 64 the difference is scaled up and wraps inside the masks.
 constexpr u32 lerp_565(u32 a, u32 b, u32 w)
 {
     const u32 rb = ((b & red_blue) - (a & red_blue)) * w >> 5;

@@ -1,5 +1,6 @@
-// Where floating point rounds. Values that the contract stores as single precision are rounded here and nowhere else;
-// between them everything is double. The x87 unit keeps results wider than their type until they pass through memory.
+// Where floating point rounds. Values that the contract stores as single precision are rounded here and
+// nowhere else; between them everything is double. The x87 unit keeps results wider than their type until
+// they pass through memory.
 #pragma once
 
 #include "base.h"
@@ -22,8 +23,8 @@ inline float unpacked(u32 field, float reciprocal)
     return single(static_cast<double>(static_cast<i32>(field)) * static_cast<double>(reciprocal));
 }
 
-// The exact product cut off toward zero, as the low half of a 64-bit integer: neither rounded nor clamped, so that
-// components outside 0..1 spill into the fields beside theirs. What no 64-bit integer holds is 0.
+// The exact product cut off toward zero, as the low half of a 64-bit integer: neither rounded nor clamped, so
+// that components outside 0..1 spill into the fields beside theirs. What no 64-bit integer holds is 0.
 inline u32 packed(float component, float scale)
 {
     const double value = static_cast<double>(component) * static_cast<double>(scale);

@@ -1,5 +1,5 @@
-// YUV 4:2:2 pixel pairs and their RGB pixels: layouts as shifts within a 32-bit word, and the integer arithmetic
-// between them (studio-range BT.601, coefficients times 256).
+// YUV 4:2:2 pixel pairs and their RGB pixels: layouts as shifts within a 32-bit word, and the integer
+// arithmetic between them (studio-range BT.601, coefficients times 256).
 #pragma once
 
 #include "base.h"

@@ -1,6 +1,7 @@
-// YUV 4:2:2 to X8R8G8B8, two pairs at a time, in single precision with one rounding per operation. Blocks differ from the
-// integer rows by at most one per channel, and carry an X byte of 0. Pairs before the destination's first 16-byte
-// boundary and a last single pair take the integer arithmetic, with an X byte of 255.
+// YUV 4:2:2 to X8R8G8B8, two pairs at a time, in single precision with one rounding per operation. Blocks
+// differ from the integer rows by at most one per channel, and carry an X byte of 0. Pairs before the
+// destination's first 16-byte boundary and a last single pair take the integer arithmetic, with an X byte of
+// 255.
 #include "row/yuv.h"
 
 #include <emmintrin.h>

@@ -1,5 +1,5 @@
-// Scaling blended over the destination by the scaled pixel's own alpha, unfiltered and filtered. No row is reused: what
-// a row becomes depends on the destination row that it lands on.
+// Scaling blended over the destination by the scaled pixel's own alpha, unfiltered and filtered. No row is
+// reused: what a row becomes depends on the destination row that it lands on.
 #include "row/over.h"
 #include "scale/filtered.h"
 

@@ -1,8 +1,9 @@
 // The row cache: a band of converted source rows that moves down a surface.
 //
-// Memory: the buffer lies inside a block of its own, with one pitch of room in front of it. Filters look one row
-// before and one row behind the band, and converters write whole source rows into buffer rows that may be narrower;
-// both stay inside the block. The block opens with its size, so that a zero-filled record is an empty cache.
+// Memory: the buffer lies inside a block of its own, with one pitch of room in front of it. Filters look one
+// row before and one row behind the band, and converters write whole source rows into buffer rows that may be
+// narrower; both stay inside the block. The block opens with its size, so that a zero-filled record is an
+// empty cache.
 #include "scale/cache.h"
 
 #include <malloc.h>
@@ -94,7 +95,8 @@ struct Band {
     }
 };
 
-// The band starts below the held one: keep the rows they share, as far as the buffer has them, and convert the rest.
+// The band starts below the held one: keep the rows they share, as far as the buffer has them, and convert
+// the rest.
 void move_down(const vexlor_cache& cache, const Band& band)
 {
     const i32 pitch = cache.pitch;
@@ -103,13 +105,14 @@ void move_down(const vexlor_cache& cache, const Band& band)
     bool kept = true;
     while (kept && band.first - bytes_of(k, band.stride) > held) {
         ++k;
-        kept = k < cache.capacity && i64{k} * pitch <= cache.last_row - cache.buffer;
+        kept = i64{k} * pitch <= cache.last_row - cache.buffer;
     }
     u8* to = cache.buffer;
     if (kept)
         for (u8* from = cache.buffer + i64{k} * pitch; from <= cache.last_row; from += pitch, to += pitch)
             band.copy(to, from, static_cast<u32>(pitch));
-    // rows - k is negative where the buffer holds more rows than the band has: the rows above the band come along.
+    // rows - k is negative where the buffer holds more rows than the band has: the rows above the band come
+    // along.
     band.convert_from(band.first + bytes_of(i64{band.rows} - k, band.stride), to, pitch);
 }
 
@@ -180,7 +183,7 @@ i32 vexlor::update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_
 {
     const auto band_first = reinterpret_cast<uintptr_t>(*first);
     const i64 span = static_cast<i64>(reinterpret_cast<uintptr_t>(*last) - band_first) + in_unit;
-    const bool sane = rows >= 1 && in_unit >= 1 && out_unit >= in_unit && span >= 1;
+    const bool sane = rows >= 1 && in_unit >= 1 && out_unit >= in_unit && span >= 1 && span <= INT32_MAX;
     const i64 out_bytes = sane ? out_unit / in_unit * span : 0;
     const i64 need = (out_bytes + 15) / 16 * 16;
     const Band band{convert, copy, in_unit, count, stride, rows, band_first, bound};

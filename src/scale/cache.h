@@ -5,8 +5,9 @@
 
 namespace vexlor {
 
-// A converter reads whole source rows from the band's first unit on, which may pass the end of the surface. Such a row
-// is converted from scratch memory of count pairs at least: its owned bytes, then the last owned pair repeated.
+// A converter reads whole source rows from the band's first unit on, which may pass the end of the surface.
+// Such a row is converted from scratch memory of count pairs at least: its owned bytes, then the last owned
+// pair repeated.
 struct SourceBound {
     const u8* end; // one past the last owned byte
     u8* scratch;   // (count / 2) * in_unit bytes

@@ -1,4 +1,5 @@
-// What the filtered scalers share: memory of one call, the filter's parameters, and the walk over destination rows.
+// What the filtered scalers share: memory of one call, the filter's parameters, and the walk over destination
+// rows.
 #pragma once
 
 #include "scale/scale.h"
@@ -49,8 +50,8 @@ inline vexlor_filter_params params_of(const Scale& s, u32 stride)
     };
 }
 
-// Calls row(source row, destination row) for every destination row, from the rectangle's left edge, with ypos at its
-// place. ypos wraps; the row index does not.
+// Calls row(source row, destination row) for every destination row, from the rectangle's left edge, with ypos
+// at its place. ypos wraps; the row index does not.
 inline void for_each_row(const Scale& s, vexlor_filter_params& params, auto row)
 {
     const i32 ystep = step_of(s.from.h, s.to.h);
@@ -62,10 +63,10 @@ inline void for_each_row(const Scale& s, vexlor_filter_params& params, auto row)
     }
 }
 
-// The substitute rows of the Gaussian and Catmull-Rom filters span a whole stride. Around a rectangle of one row at the
-// surface's top or bottom they reach outside its memory, so there the filters read a strip of three rows: the row
-// before, the row itself and the row behind. Bytes before the surface are those of the row below them; bytes behind
-// its end repeat its last pixel.
+// The substitute rows of the Gaussian and Catmull-Rom filters span a whole stride. Around a rectangle of one
+// row at the surface's top or bottom they reach outside its memory, so there the filters read a strip of
+// three rows: the row before, the row itself and the row behind. Bytes before the surface are those of the
+// row below them; bytes behind its end repeat its last pixel.
 class SeenRows {
 public:
     explicit SeenRows(const Scale& s)
@@ -107,8 +108,8 @@ private:
     Buffer strip;
 };
 
-// Filters 565 or 32-bit rows: calls store_row(filter_into, destination row), filter_into(row) writing the filtered
-// pixels. Without memory nothing is drawn.
+// Filters 565 or 32-bit rows: calls store_row(filter_into, destination row), filter_into(row) writing the
+// filtered pixels. Without memory nothing is drawn.
 inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
 {
     const SeenRows seen(s);

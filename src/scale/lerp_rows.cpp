@@ -1,5 +1,5 @@
-// Interpolation rows: a finished row of source pixels moves destination pixels towards it by its own alpha. The 32-bit
-// ones are the blends of copied rows with the destination's alpha shift apart.
+// Interpolation rows: a finished row of source pixels moves destination pixels towards it by its own alpha.
+// The 32-bit ones are the blends of copied rows with the destination's alpha shift apart.
 #include "row/over.h"
 #include "row/rgb565.h"
 

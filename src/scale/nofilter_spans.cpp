@@ -1,5 +1,5 @@
-// Spans of unfiltered scaling: one destination row from the source units that a 16.16 position steps through. Blending
-// spans are the blends of copied rows with such a source in place of a row.
+// Spans of unfiltered scaling: one destination row from the source units that a 16.16 position steps through.
+// Blending spans are the blends of copied rows with such a source in place of a row.
 #include "row/over.h"
 #include "row/yuv.h"
 

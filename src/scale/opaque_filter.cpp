@@ -1,5 +1,5 @@
-// Opaque scaling through the filters. 565 is filtered straight into the destination, 32-bit pixels into a row that a
-// writer stores, and YUV 4:2:2 through the row cache and the context's converters.
+// Opaque scaling through the filters. 565 is filtered straight into the destination, 32-bit pixels into a row
+// that a writer stores, and YUV 4:2:2 through the row cache and the context's converters.
 #include "scale/cache.h"
 #include "scale/filtered.h"
 
@@ -33,8 +33,8 @@ void scale_8888(const Scale& s)
     });
 }
 
-// The converters always get the whole surface's width, so that a row comes out alike wherever its rectangle starts;
-// rows near the end of the surface are converted from memory of our own, behind the filtered row.
+// The converters always get the whole surface's width, so that a row comes out alike wherever its rectangle
+// starts; rows near the end of the surface are converted from memory of our own, behind the filtered row.
 void scale_yuv(const Scale& s, u32 pair)
 {
     const vexlor_convert_fn to_dst = s.ctx.conversions[2 * pair];

@@ -1,5 +1,5 @@
-// Opaque scaling by the nearest sample. Every destination row is one span call, or a copy of the row above when both
-// come from the same source row.
+// Opaque scaling by the nearest sample. Every destination row is one span call, or a copy of the row above
+// when both come from the same source row.
 #include "scale/scale.h"
 
 #include <string.h>
@@ -31,7 +31,8 @@ void span_pairs(const void* src, void* dst, u32 format, u32 count, i32 x, i32 st
     vexlor_1d_scale_opaque_nofilt_32(src, dst, format, count, x, step);
 }
 
-// The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last byte.
+// The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last
+// byte.
 void repeat_row(const Scale& s, u8* dst, u32 bytes)
 {
     const auto owned = static_cast<u64>(end_of(s.dst) - dst);
@@ -43,8 +44,8 @@ void repeat_row(const Scale& s, u8* dst, u32 bytes)
     memmove(dst + words, above + words, rest);
 }
 
-// A rectangle of one pixel at the right edge of a YUV surface of odd width samples half a pair. The other half reads
-// as the half before it.
+// A rectangle of one pixel at the right edge of a YUV surface of odd width samples half a pair. The other
+// half reads as the half before it.
 class SampledRow {
 public:
     SampledRow(const Scale& s, const u8* at) : row(at)
@@ -89,8 +90,8 @@ u32 scale_pixels(const Scale& s, u32 bytes, vexlor_scale_span_fn span)
 {
     if (!s.has_pixels())
         return VEXLOR_OK;
-    // Always four bytes per pixel: a repeated row of 565 is copied twice as far as the rectangle is wide, and brings
-    // the pixels beside it along.
+    // Always four bytes per pixel: a repeated row of 565 is copied twice as far as the rectangle is wide, and
+    // brings the pixels beside it along.
     const auto width = static_cast<u32>(s.to.w);
     return draw(s, {span, width, step_of(s.from.w, s.to.w), bytes_of(s.from.x, bytes),
                     bytes_of(s.to.x, bytes), width * 4});
@@ -107,8 +108,8 @@ u32 scale_pairs(const Scale& s)
                     bytes_of(s.to.x / 2, 4), pairs * 4});
 }
 
-// Pairs into pixels. Both sides count pairs, so the step of the pixels serves; the pair that holds the rectangle's
-// first pixel comes first.
+// Pairs into pixels. Both sides count pairs, so the step of the pixels serves; the pair that holds the
+// rectangle's first pixel comes first.
 u32 scale_yuv_to_rgb(const Scale& s)
 {
     // clang-format off

@@ -15,15 +15,17 @@ struct Scale {
 
     bool equivalent() const { return vexlor_fmt_is_equiv(src.format, dst.format); }
     bool convertible() const { return vexlor_surface_is_convertible(&src, from.w, from.h, &dst, to.w, to.h); }
-    // Rectangles that are empty, or whose sums wrapped, keep their result code and draw nothing.
+    // Rectangles that are empty, or whose sums wrapped, keep their result code and draw nothing; so do pixels
+    // of two sizes.
     bool has_pixels() const
     {
         return from.w > 0 && from.h > 0 && to.w > 0 && to.h > 0 && has_pixels_inside(from, src) &&
-               has_pixels_inside(to, dst);
+               has_pixels_inside(to, dst) && !differ_in_size_alone(src.format, dst.format);
     }
 };
 
-// 16.16, truncated. Source lengths from 32768 on may exceed it: the step is then the largest, which stays inside.
+// 16.16, truncated. Source lengths from 32768 on may exceed it: the step is then the largest, which stays
+// inside.
 constexpr i32 step_of(i32 from, i32 to)
 {
     const i64 step = (i64{from} << 16) / to;

@@ -17,8 +17,8 @@ inline bool is_inside(const Rect& r, const vexlor_surface_desc& surface)
            wrapping_add(r.y, r.h) <= surface.height;
 }
 
-// A rectangle whose sums wrapped has passed is_inside and lies outside all the same. It keeps the result code that it
-// earns otherwise, and draws nothing.
+// A rectangle whose sums wrapped has passed is_inside and lies outside all the same. It keeps the result code
+// that it earns otherwise, and draws nothing.
 inline bool has_pixels_inside(const Rect& r, const vexlor_surface_desc& surface)
 {
     return i64{r.x} + r.w <= surface.width && i64{r.y} + r.h <= surface.height;
