@@ -16,7 +16,7 @@
  *
  *  - Sizes, positions and counts are pixels; strides and the counts of memory routines are bytes.
  *  - Rectangles are never clipped: they are accepted whole or refused. vexlor_surface_clip clips beforehand.
- *    Where x + w or y + h exceeds 32 bits, the check passes, nothing is drawn, and the result is as decided
+ *    Where x + w or y + h exceeds 2^31 - 1, the check passes, nothing is drawn, and the result is as decided
  *    otherwise; the same holds for equivalent unknown formats whose pixels differ in size.
  *  - A drawing call that returns another code than VEXLOR_OK has written nothing.
  *  - The library reads and writes pixels inside [pixels, E) only, E = pixels + (height - 1) * stride + width
@@ -443,12 +443,17 @@ VEXLOR_API void vexlor_1d_copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8(const void* sr
  * source widths. Blended scaling takes equivalent 32-bit formats with alpha. Filtered scaling starts at the
  * rectangle's first row, unfiltered half a step below it: the two sample different rows.
  *
- * By contract, unfiltered opaque scaling repeats a destination row by a copy of dw x 4 bytes: in 565 that is
- * twice the rectangle's width, and the dw pixels right of the rectangle, as far as the surface reaches, are
- * those of the row above. YUV into RGB leaves the last column alone when dw is odd, but in repeated rows; its
- * source starts at the pair that holds sx.
+ * By contract, unfiltered opaque scaling repeats a destination row by a copy of dw x 4 bytes through slot
+ * memcpy_stream (which must be there for any of it): in 565 that is twice the rectangle's width, and the dw
+ * pixels right of the rectangle, as far as the surface reaches, are those of the row above; where dw x 4
+ * exceeds the stride the copy runs over the following rows too. YUV into RGB leaves the last column alone
+ * when dw is odd, but in repeated rows; its source starts at the pair that holds sx. YUV into YUV works in
+ * whole pairs, sw / 2 of them from pair sx / 2 into dw / 2 from pair dx / 2, and repeats (dw / 2) x 4 bytes.
+ * Filtered, a YUV row starts at pixel sx even when that is odd, its last pixel is sx + sw - 2, and of an odd
+ * dw into YUV the last pixel is left alone.
  *
- * Filtered YUV scaling converts source rows into the context's row cache, and the cache remembers how many
+ * Filtered YUV scaling needs slot memcpy and both converters of its pair, or draws nothing. It converts source
+ * rows into the context's row cache, and the cache remembers how many
  * rows an earlier scale made it hold: after one that reduced the height, a scale with fewer rows per
  * destination row lags behind its source (see vexlor_cache_update). Use a fresh context, or a fresh cache in
  * its place, where that matters.
@@ -547,10 +552,15 @@ VEXLOR_API void vexlor_writer_aone_8888 (uint32_t* dst, const uint32_t* row, uin
  *               yhalf_rows - 1 below, phase from ypos.
  *
  * (whole(a) + whole(b) above is (acc & 0xFFFF0000) + b, shifted right by 16.) Taps beyond row_end, and left
- * of row, read the pixel there. mean and linear use the lower row while its left tap is not beyond last.
- * gauss and catrom work on components 0..1 in single precision (sums in double); a row above first is
- * replaced by the whole stride from first on, one that starts behind last by the whole stride up to last:
- * with a rectangle narrower than the stride, taps there fall on pixels beside it. */
+ * of row, read the pixel there; linear's left tap alone is not tested. mean and linear use the lower row while
+ * its left tap is not beyond last.
+ *
+ * gauss and catrom work on components 0..1. The phase, each weight, each channel of a row's result and each
+ * final channel are stored as singles; between stores everything is double, and sums run from the first tap to
+ * the last. When the first row ends above first, it is replaced by the whole stride from first on, and the rows
+ * below follow at first + stride, first + 2 stride, ... Any row that starts behind last is replaced by the
+ * whole stride up to last. With a rectangle narrower than the stride, taps in replaced rows fall on pixels
+ * beside it. */
 typedef struct vexlor_filter_params {
     uint32_t ypos;        /* 16.16 source row of this destination row; only its fraction is read */
     int32_t xstep;        /* 16.16 source pixels per destination pixel */
@@ -627,7 +637,7 @@ VEXLOR_API void vexlor_cache_reset(vexlor_cache* cache);
 /* Makes the buffer hold the band of `rows` source rows that starts at *first, and returns its pitch.
  *
  *   convert            converts one source row: (source row, buffer row, count)
- *   copy               moves rows within the buffer, at distances that are a multiple of the pitch
+ *   copy               moves rows within the buffer, at distances that are a multiple of the pitch, 0 included
  *   in_unit, out_unit  bytes of a source unit (a YUV pair: 4) and of what it becomes (two 32-bit pixels: 8)
  *   count              pixels per convert call, at most one unit each. It starts at the band's first unit, so it may
  *                      read source pixels behind the band's last unit; rows are written whole.
@@ -642,8 +652,8 @@ VEXLOR_API void vexlor_cache_reset(vexlor_cache* cache);
  *
  * One pitch before the first row repeats the first row and, where the band reaches the end of the buffer, one
  * pitch behind the band repeats its last row, for filters that look one row further. Without memory, and for
- * rows or in_unit below 1, out_unit below in_unit, *last below *first or rows above 2^31 - 1 bytes, the cache
- * is left empty, null is stored in both and 0 returned. */
+ * rows or in_unit below 1, out_unit below in_unit, *last + in_unit not above *first or rows above 2^31 - 1 bytes, the
+ * cache is left empty, null is stored in both and 0 returned. */
 VEXLOR_API int32_t vexlor_cache_update(vexlor_cache* cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy,
                                        int32_t in_unit, int32_t out_unit, int32_t count, uint32_t stride,
                                        int32_t rows, uint8_t** first, uint8_t** last);

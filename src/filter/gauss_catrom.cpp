@@ -69,20 +69,25 @@ template <class Pixel, class Y>
 void find_rows(const u8* first, const u8* last, const u8* row, const u8* row_end,
                const vexlor_filter_params& p, RowSpan (&rows)[Y::taps])
 {
-    constexpr uintptr_t pixel = sizeof(typename Pixel::Word);
-    const uintptr_t length = address(row_end) - address(row);
-    const uintptr_t start = address(row) + bytes_of(Y::first_row(p), p.stride);
-    const bool above = start + length < address(first);
-    const uintptr_t origin = above && rows_follow_replaced_first ? address(first) : start;
+    // Wider than an address: rows above and below a surface at either end of memory must not wrap.
+    const auto at = [](const u8* place) { return static_cast<i64>(address(place)); };
+    constexpr i64 pixel = sizeof(typename Pixel::Word);
+    const i64 stride = p.stride;
+    const i64 length = at(row_end) - at(row);
+    const i64 start = at(row) + Y::first_row(p) * stride;
+    const bool above = start + length < at(first);
+    const i64 origin = above && rows_follow_replaced_first ? at(first) : start;
     for (u32 j = 0; j < Y::taps; ++j) {
-        rows[j].start = origin + bytes_of(j, p.stride);
-        rows[j].end = rows[j].start + length;
+        i64 row_start = origin + j * stride;
+        i64 row_last = row_start + length;
+        if (above && j == 0)
+            row_last = at(first) + stride - pixel;
+        if (row_start > at(last)) {
+            row_start = at(last) + pixel - stride;
+            row_last = at(last);
+        }
+        rows[j] = {static_cast<uintptr_t>(row_start), static_cast<uintptr_t>(row_last)};
     }
-    if (above)
-        rows[0] = {address(first), address(first) + p.stride - pixel};
-    for (RowSpan& r : rows)
-        if (r.start > address(last))
-            r = {address(last) + pixel - p.stride, address(last)};
 }
 
 template <class Pixel, class X>

@@ -20,6 +20,7 @@ struct Mean {
 
 struct Linear {
     static i64 first_tap(i64 position, const vexlor_filter_params&) { return position >> 16; }
+    // A left tap behind the row's end, as direct callers may ask for, is read where it is.
     static constexpr bool clamps_first_tap = false;
     static i32 rows_below(const vexlor_filter_params&) { return 0; }
     static constexpr bool needs_lower_row = false;
@@ -31,6 +32,12 @@ struct Linear {
 // neither.
 template <class Pixel, class X, class Y> constexpr bool lower_taps_fall_back_apart = false;
 template <> constexpr bool lower_taps_fall_back_apart<Pixel8888, Mean, Mean> = true;
+
+// Whether the tap one row below a place is not behind the last one. The sum of address and stride might wrap.
+bool reaches_below(uintptr_t at, u32 stride, const u8* last)
+{
+    return at <= address(last) && address(last) - at >= stride;
+}
 
 template <class Pixel, class X, class Y>
 void resample(const u8* last, const u8* row, const u8* row_end, const vexlor_filter_params& p, void* out)
@@ -53,10 +60,11 @@ void resample(const u8* last, const u8* row, const u8* row_end, const vexlor_fil
         };
 
         u32 result = across(left, right);
-        if (left + p.stride <= address(last)) {
-            const uintptr_t lower_right = right + p.stride;
-            const bool apart = lower_taps_fall_back_apart<Pixel, X, Y> && lower_right > address(last);
-            result = Y::template mix<Pixel>(result, across(left + p.stride, apart ? right : lower_right), wy);
+        if (reaches_below(left, p.stride, last)) {
+            const bool apart =
+                lower_taps_fall_back_apart<Pixel, X, Y> && !reaches_below(right, p.stride, last);
+            const uintptr_t lower_right = apart ? right : right + p.stride;
+            result = Y::template mix<Pixel>(result, across(left + p.stride, lower_right), wy);
         } else if (Y::needs_lower_row) {
             result = Y::template mix<Pixel>(result, result, wy);
         }

@@ -15,7 +15,7 @@ template <class Real> inline Real through_memory(Real value)
 #endif
     return value;
 }
-inline float single(double value) { return through_memory(static_cast<float>(value)); }
+inline float single(double value) { return through_memory(static_cast<float>(through_memory(value))); }
 
 // A field times its reciprocal: the product is exact in double and rounded once.
 inline float unpacked(u32 field, float reciprocal)

@@ -48,7 +48,7 @@ void draw_unfiltered(const Scale& s)
     const i32 ystep = step_of(s.from.h, s.to.h);
     u8* dst = pixel_address(s.dst, s.to.x, s.to.y, 4);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
-        const i64 y = s.from.y + (((ystep >> 1) + i64{i} * ystep) >> 16);
+        const i64 y = nearest_row(s, ystep, i);
         span(pixel_address(s.src, s.from.x, y, 4), dst, s.dst.format, static_cast<u32>(s.to.w), xstep >> 1,
              xstep);
     }
@@ -63,8 +63,8 @@ void draw_filtered(const Scale& s)
     const Buffer row(row_bytes_32(s));
     if (!row)
         return;
-    filter_rows(s, filter, [&](auto filter_into, u8* dst) {
-        filter_into(row.at());
+    filter_rows(s, filter, [&](const FilteredRow& filtered, u8* dst) {
+        filtered.into(row.at());
         lerp(reinterpret_cast<u32*>(dst), row.at<u32>(), static_cast<u32>(s.to.w), src_shift, dst_shift);
     });
 }

@@ -182,7 +182,7 @@ i32 vexlor::update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_
                          const SourceBound* bound)
 {
     const auto band_first = reinterpret_cast<uintptr_t>(*first);
-    const i64 span = static_cast<i64>(reinterpret_cast<uintptr_t>(*last) - band_first) + in_unit;
+    const i64 span = i64{static_cast<intptr_t>(reinterpret_cast<uintptr_t>(*last) - band_first)} + in_unit;
     const bool sane = rows >= 1 && in_unit >= 1 && out_unit >= in_unit && span >= 1 && span <= INT32_MAX;
     const i64 out_bytes = sane ? out_unit / in_unit * span : 0;
     const i64 need = (out_bytes + 15) / 16 * 16;

@@ -64,15 +64,15 @@ inline void for_each_row(const Scale& s, vexlor_filter_params& params, auto row)
 }
 
 // The substitute rows of the Gaussian and Catmull-Rom filters span a whole stride. Around a rectangle of one
-// row at the surface's top or bottom they reach outside its memory, so there the filters read a strip of
-// three rows: the row before, the row itself and the row behind. Bytes before the surface are those of the
-// row below them; bytes behind its end repeat its last pixel.
+// row at the surface's top or bottom they reach outside its memory, so there the filters read a strip of three
+// rows: the row before, the row itself and the row behind. Bytes before the surface are those of the row below
+// them; bytes behind its end repeat its last pixel.
 class SeenRows {
 public:
     explicit SeenRows(const Scale& s)
         : scale(s), needs_strip(s.ctx.filter == VEXLOR_FILTER_CATROM && s.from.h == 1 &&
                                 (s.from.y == 0 || s.from.y == s.src.height - 1)),
-          strip(needs_strip ? u64{s.src.stride} * 3 : 0)
+          strip(needs_strip ? u64{s.src.stride} * 3 + row_bytes_32(s) : 0)
     {}
     explicit operator bool() const { return !needs_strip || strip; }
 
@@ -89,27 +89,74 @@ public:
     {
         if (!needs_strip)
             return;
-        const size_t stride = scale.src.stride;
+        refresh_owned();
         const size_t pixel = bytes_per_pixel(scale.src.format);
-        const auto owned = static_cast<size_t>(end_of(scale.src) - row());
-        const size_t copied = owned < 2 * stride ? owned : 2 * stride;
-        memcpy(middle(), row(), copied);
-        for (size_t i = copied; i < 2 * stride; ++i)
+        for (size_t i = owned_bytes(); i < 2 * stride(); ++i)
             middle()[i] = middle()[i - pixel];
-        memcpy(strip.at(), scale.from.y > 0 ? row() - stride : middle(), stride);
+        if (scale.from.y == 0)
+            memcpy(strip.at(), middle(), stride());
     }
+    // At the surface's own bytes alone.
+    void refresh_owned() const
+    {
+        memcpy(middle(), row(), owned_bytes());
+        if (scale.from.y > 0)
+            memcpy(strip.at(), moved(row(), bytes_of(-1, scale.src.stride)), stride());
+    }
+
+    // Whether a destination row is drawn where the strip was taken from.
+    bool shows(const u8* dst) const
+    {
+        return needs_strip &&
+               moved(dst, bytes_of(scale.to.w, 4)) > moved(row(), bytes_of(-1, scale.src.stride)) &&
+               dst < moved(row(), bytes_of(2, scale.src.stride));
+    }
+    // Memory for a destination row.
+    u8* spare_row() const { return strip.at(u64{scale.src.stride} * 3); }
 
 private:
     const u8* row() const { return pixel_address(scale.src, 0, scale.from.y, 0); }
     u8* middle() const { return strip.at(scale.src.stride); }
+    size_t stride() const { return scale.src.stride; }
+    // Of the row and the one behind it.
+    size_t owned_bytes() const
+    {
+        const auto owned = static_cast<size_t>(end_of(scale.src) - row());
+        return owned < 2 * stride() ? owned : 2 * stride();
+    }
 
     const Scale& scale;
     bool needs_strip;
     Buffer strip;
 };
 
-// Filters 565 or 32-bit rows: calls store_row(filter_into, destination row), filter_into(row) writing the
-// filtered pixels. Without memory nothing is drawn.
+// One destination row of a filter.
+struct FilteredRow {
+    const SeenRows& seen;
+    vexlor_filter_fn filter;
+    const u8 *first, *last, *row, *row_end;
+    vexlor_filter_params& params;
+
+    void into(void* out) const { filter(first, last, row, row_end, &params, out); }
+
+    // Into the destination itself. Filters find pixels there as they are when each pixel is made, also those that
+    // the row has written already; a strip has to show them.
+    template <class Pixel> void in_place(u8* dst) const
+    {
+        if (!seen.shows(dst))
+            return into(dst);
+        const u32 count = params.count;
+        for (u32 i = 0; i < count; ++i) {
+            seen.refresh_owned();
+            params.count = i + 1;
+            into(seen.spare_row());
+            const uintptr_t at = bytes_of(i, sizeof(Pixel));
+            store(moved(dst, at), load<Pixel>(moved(seen.spare_row(), at)));
+        }
+    }
+};
+
+// Filters 565 or 32-bit rows: calls store_row(filtered row, destination row). Without memory nothing is drawn.
 inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
 {
     const SeenRows seen(s);
@@ -123,7 +170,7 @@ inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
     for_each_row(s, params, [&](const u8* src, u8* dst) {
         const u8* const row = seen(src);
         seen.refresh();
-        store_row([&](void* out) { filter(first, last, row, moved(row, row_length), &params, out); }, dst);
+        store_row(FilteredRow{seen, filter, first, last, row, moved(row, row_length), params}, dst);
     });
 }
 

@@ -15,7 +15,7 @@ vexlor_filter_fn filter_8888(const Scale& s)
 void scale_565(const Scale& s)
 {
     const auto filter = vexlor_scale_choose_filter_565(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
-    filter_rows(s, filter, [](auto filter_into, u8* dst) { filter_into(dst); });
+    filter_rows(s, filter, [](const FilteredRow& filtered, u8* dst) { filtered.in_place<u16>(dst); });
 }
 
 void scale_8888(const Scale& s)
@@ -27,8 +27,8 @@ void scale_8888(const Scale& s)
     const Buffer row(row_bytes_32(s));
     if (!row)
         return;
-    filter_rows(s, filter_8888(s), [&](auto filter_into, u8* dst) {
-        filter_into(row.at());
+    filter_rows(s, filter_8888(s), [&](const FilteredRow& filtered, u8* dst) {
+        filtered.into(row.at());
         write(reinterpret_cast<u32*>(dst), row.at<u32>(), static_cast<u32>(s.to.w), src_shift, dst_shift);
     });
 }
@@ -39,7 +39,7 @@ void scale_yuv(const Scale& s, u32 pair)
 {
     const vexlor_convert_fn to_dst = s.ctx.conversions[2 * pair];
     const vexlor_convert_fn from_src = s.ctx.conversions[2 * pair + 1];
-    if (!s.ctx.memcpy || !to_dst || !from_src)
+    if (!s.ctx.cache || !s.ctx.memcpy || !to_dst || !from_src)
         return;
     const Buffer memory(row_bytes_32(s) + u64{static_cast<u32>(s.src.width)} * 2);
     if (!memory)
@@ -53,10 +53,12 @@ void scale_yuv(const Scale& s, u32 pair)
 
     vexlor_cache_reset(s.ctx.cache);
     for_each_row(s, params, [&](u8* first, u8* dst) {
-        u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
-        const i32 pitch = drawing ? update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
-                                                 s.src.stride, rows, &first, &last, &bound)
-                                  : 0;
+        if (!drawing)
+            return;
+        u8* last = moved(first, bytes_of(s.from.w, 2) -
+                                    4); // the last pair, and before the row when that is half a pair
+        const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width, s.src.stride,
+                                       rows, &first, &last, &bound);
         drawing = pitch != 0;
         if (!drawing)
             return;

@@ -25,12 +25,6 @@ void span_565(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
         store(static_cast<u16*>(dst) + i, load<u16>(moved(src, bytes_of(at >> 16, 2))));
 }
 
-// Of pairs, into pairs of the same order.
-void span_pairs(const void* src, void* dst, u32 format, u32 count, i32 x, i32 step)
-{
-    vexlor_1d_scale_opaque_nofilt_32(src, dst, format, count, x, step);
-}
-
 // The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last
 // byte.
 void repeat_row(const Scale& s, u8* dst, u32 bytes)
@@ -73,7 +67,7 @@ u32 draw(const Scale& s, const Walk& walk)
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
-        const i64 y = s.from.y + (((ystep >> 1) + i64{i} * ystep) >> 16);
+        const i64 y = nearest_row(s, ystep, i);
         const u8* const src = moved(s.src.pixels, bytes_of(y, s.src.stride));
         if (src == previous) {
             repeat_row(s, dst, walk.repeated_bytes);
@@ -104,8 +98,8 @@ u32 scale_pairs(const Scale& s)
     if (!s.has_pixels())
         return VEXLOR_OK;
     const auto pairs = static_cast<u32>(s.to.w / 2);
-    return draw(s, {span_pairs, pairs, step_of(s.from.w / 2, s.to.w / 2), bytes_of(s.from.x / 2, 4),
-                    bytes_of(s.to.x / 2, 4), pairs * 4});
+    return draw(s, {vexlor_1d_scale_opaque_nofilt_32, pairs, step_of(s.from.w / 2, s.to.w / 2),
+                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x / 2, 4), pairs * 4});
 }
 
 // Pairs into pixels. Both sides count pairs, so the step of the pixels serves; the pair that holds the

@@ -32,5 +32,11 @@ constexpr i32 step_of(i32 from, i32 to)
     return step > INT32_MAX ? INT32_MAX : static_cast<i32>(step);
 }
 
+// Source row of a destination row in unfiltered scaling, from half a step on.
+inline i64 nearest_row(const Scale& s, i32 ystep, i32 dst_row)
+{
+    return s.from.y + (((ystep >> 1) + i64{dst_row} * ystep) >> 16);
+}
+
 } // namespace
 } // namespace vexlor

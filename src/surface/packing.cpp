@@ -3,7 +3,11 @@
 
 using namespace vexlor;
 
+namespace {
+
 constexpr u32 bits(float value) { return __builtin_bit_cast(u32, value); }
+
+} // namespace
 
 const float VEXLOR_FXPT_inv63 = 1.0F / 63;
 const float VEXLOR_FXPT_inv31 = 1.0F / 31;

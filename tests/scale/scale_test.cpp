@@ -124,7 +124,7 @@ TEST(Scale, FilteredYuv)
     EXPECT_EQ(scaled(2, row, 4, 1), with_x({0x1D, 0x48, 0x6C, 0x6D}, 0xFF));
     // Enlarged rows are not mixed.
     Words eight;
-    for (uint32_t grey : {0x00, 0x17, 0x2F, 0x46})
+    for (uint32_t grey : {0x00u, 0x17u, 0x2Fu, 0x46u})
         eight.insert(eight.end(), 16, grey);
     EXPECT_EQ(scaled(1, luma({16, 36, 56, 76}), 8, 8), with_x(eight, 0xFF));
 }
@@ -260,7 +260,7 @@ TEST(Scale, ConvertsThroughTheTable)
     calls.clear();
     ASSERT_EQ(scale(*ctx, src, dst, {2, 1, 4, 2, 1, 0, 3, 2}), 0u);
     ASSERT_EQ(calls.size(), 4u);
-    for (size_t row : {0, 1}) {
+    for (size_t row = 0; row < 2; ++row) {
         const Call &in = calls[2 * row], &out = calls[2 * row + 1];
         EXPECT_EQ(in[0], number(src.bytes.data() + 12 * (row + 1) + 4));
         EXPECT_EQ(in[2], 6u);

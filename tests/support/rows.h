@@ -5,7 +5,6 @@
 #include "arena.h"
 #include "model_blend.h"
 #include "vexlor.h"
-#include <climits>
 
 // Pixels and bytes of a unit.
 struct Shape {

@@ -139,15 +139,19 @@ Filter prepare(const vexlor_context& ctx, const Rectangles& r, int size)
 }
 
 // 32-bit pixels and 565. Some filters look a stride beyond a rectangle of one row: before the surface they find the
-// column of its first row, behind it its last pixel again and again.
+// column of its first row, behind it its last pixel again and again, as these were when the destination row began.
 void filter_surface(const vexlor_context& ctx, const Surface& src, const Surface& dst, const Rectangles& r,
                     bool blend)
 {
-    const int64_t size = src.bpp(), end = end_of(src);
+    const int64_t size = src.bpp(), end = end_of(src), stride = src.desc.stride;
+    std::vector<uint8_t> first_row, last_pixel;
     const Bytes bytes = [&](int64_t at) {
-        if (at < 0)
-            at += src.desc.stride;
-        return src.memory[at < end ? at : end - size + (at - end) % size];
+        if (at >= 0 && at < end)
+            return src.memory[at];
+        const int64_t column = at + stride;
+        return at < 0 && column < end
+                   ? first_row[static_cast<size_t>(column)]
+                   : last_pixel[static_cast<size_t>(((at < 0 ? column : at) - end) % size)];
     };
     Filter f = prepare(ctx, r, static_cast<int>(size));
     f.params.stride = src.desc.stride;
@@ -155,6 +159,8 @@ void filter_surface(const vexlor_context& ctx, const Surface& src, const Surface
     f.last = place(src, r.sx + r.sw - 1, r.sy + r.sh - 1);
     std::vector<uint32_t> row(static_cast<size_t>(r.dw));
     for (int32_t j = 0; j < r.dh; ++j, f.params.ypos += static_cast<uint32_t>(vertical_step(r))) {
+        first_row.assign(src.memory, src.memory + std::min(stride, end));
+        last_pixel.assign(src.memory + end - size, src.memory + end);
         f.row = place(src, r.sx, f.params.ypos >> 16);
         f.row_end = f.row + (r.sw - 1) * size;
         uint8_t* d = dst.at(r.dx, r.dy + j);
