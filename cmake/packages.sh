@@ -1,7 +1,7 @@
 # Sourced by the scripts in the root: installs Debian packages that are missing.
 
 # need_packages package...
-# Returns 0 when all are there. As root, or by sudo after saying what for, it installs the missing ones; otherwise it
+# Returns 0 when all are there. As root, or by sudo, it says which are missing and installs them; otherwise it
 # prints the line to run and returns 2. Where packages are not Debian's it leaves them to you.
 need_packages()
 (

@@ -246,8 +246,8 @@ VEXLOR_API void vexlor_context_destroy(vexlor_context* ctx);
  *  - opaque fills of rows from 128 bytes on that do not start at a multiple of 16 bytes, or are not a
  *    multiple of 16 bytes long: before the first 16-byte boundary the colour's low half goes into both halves
  *    of a pixel, and of the bytes behind the last only the first is written (see vexlor_memset_stream_sse);
- *  - YUV into X8R8G8B8 and A8R8G8B8: channels differ by at most 1, and the X byte is 0 (see the _sse2
- *    converters);
+ *  - plain copies of YUV into X8R8G8B8 and A8R8G8B8: channels differ by at most 1, and the X byte is 0 (see
+ *    the _sse2 converters);
  *  - filtered scaling of YUV into X8R8G8B8, A8R8G8B8 and YUV: by what the filter, and the way back, make of
  *    that. */
 VEXLOR_API void vexlor_context_set_simd(vexlor_context* ctx, bool enable);
