@@ -109,12 +109,13 @@ private:
         return {raised(ctx->alpha_value), alpha_shift(from()), ctx->alpha_test, ctx->alpha_ref, 0};
     }
 
-    // Calls draw(source row, destination row) per row; for rectangles whose sums wrapped, never.
+    // Calls draw(source row, destination row) per row; for rectangles whose sums wrapped, and for equivalent
+    // formats with pixels of two sizes, never.
     template <class Draw> uint32_t rows(bool upwards, Draw draw) const
     {
         const auto fits = [](int64_t at, int64_t length, int64_t limit) { return at + length <= limit; };
         if (fits(sx, w, src->desc.width) && fits(sy, h, src->desc.height) && fits(dx, w, dst->desc.width) &&
-            fits(dy, h, dst->desc.height))
+            fits(dy, h, dst->desc.height) && !(equivalent(from(), to()) && src->bpp() != dst->bpp()))
             for (int32_t i = 0; i < h; ++i) {
                 const int32_t row = upwards ? h - 1 - i : i;
                 draw(src->at(sx, sy + row), dst->at(dx, dy + row));

@@ -263,7 +263,9 @@ uint32_t Scaler::drive(Driver driver, const vexlor_context& ctx, const Surface& 
     const bool filtered = driver == Driver::opaque_filter || driver == Driver::blend_filter;
     const bool blended = driver == Driver::blend_nofilter || driver == Driver::blend_filter;
     const uint32_t format = src.desc.format, to = dst.desc.format;
-    if (code != 0 || !inside(src, r.sx, r.sy, r.sw, r.sh) || !inside(dst, r.dx, r.dy, r.dw, r.dh))
+    const bool two_sizes = equivalent(src.desc.format, dst.desc.format) && src.bpp() != dst.bpp();
+    if (code != 0 || two_sizes || !inside(src, r.sx, r.sy, r.sw, r.sh) ||
+        !inside(dst, r.dx, r.dy, r.dw, r.dh))
         return code;
     if (!filtered) {
         if (blended || ctx.memcpy_stream != nullptr)
