@@ -40,8 +40,8 @@ void disc(Picture& picture, Rect rect)
 }
 
 // The map shows longitude -180 to 180 from left to right and latitude 90 to -90 from top to bottom. It is
-// getting dark while the sun goes from 3 degrees above the horizon to 12 below; then a tenth of the day stays, as
-// by moonlight.
+// getting dark while the sun goes from 3 degrees above the horizon to 12 below; a tenth of the day stays
+// then, as by moonlight.
 void night(Picture& picture, double longitude, double latitude)
 {
     constexpr double degree = std::numbers::pi / 180;

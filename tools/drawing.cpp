@@ -1,15 +1,16 @@
 #include "drawing.h"
 
 #include "alpha.h"
+#include "difference.h"
 #include "failure.h"
 #include "file.h"
 #include "formats.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <new>
 
 namespace tool {
 
@@ -32,9 +33,36 @@ bool ends_with_one_of(const std::string& name, std::initializer_list<const char*
 
 void require_known_ending(const std::string& name)
 {
+    if (name.empty())
+        throw Failure("usage", "--output is required (without --compare-simd)");
     if (!ends_with_one_of(name, {".png", ".raw", ".yuv", ".rgb"}))
-        throw Failure(name.empty() ? "--output" : name,
-                      "the output's name must end in .png, or in .raw, .yuv or .rgb for a raw frame");
+        throw Failure(name, "the output's name must end in .png, or in .raw, .yuv or .rgb for a raw frame");
+}
+
+// Calls the library with a new context, whose cache does not remember earlier calls; returns the call's time.
+double draw_once(const Drawing& drawing, Surface& surface, uint32_t simd)
+{
+    using Clock = std::chrono::steady_clock;
+    const Context ctx = new_context(simd);
+    drawing.set_up(ctx.get());
+    const auto start = Clock::now();
+    const uint32_t result = drawing.call(ctx.get(), *surface.desc());
+    const Clock::duration taken = Clock::now() - start;
+    if (result != VEXLOR_OK)
+        throw Refused(drawing.operation, result);
+    return std::max(std::chrono::duration<double>(taken).count(), 1e-9);
+}
+
+std::string milliseconds(double seconds)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3f ms", seconds * 1e3);
+    return text;
+}
+
+std::string size_text(int32_t width, int32_t height)
+{
+    return std::to_string(width) + "x" + std::to_string(height);
 }
 
 void write_surface(const std::string& name, const Surface& surface)
@@ -51,15 +79,6 @@ void write_surface(const std::string& name, const Surface& surface)
 }
 
 } // namespace
-
-Context new_context()
-{
-    vexlor_context* ctx = nullptr;
-    vexlor_context_create(&ctx);
-    if (ctx == nullptr)
-        throw std::bad_alloc();
-    return Context(ctx);
-}
 
 uint32_t default_format(uint32_t like, bool alpha)
 {
@@ -121,21 +140,29 @@ void Target::declare(Options& options)
         "--to", format,
         "format of the surface that is drawn on (default: the raw frame's own; 565 for a 565 source; "
         "else B8G8R8A8 for a picture with alpha, B8G8R8X8 for one without)");
-    options.text("!-o,--output", output, "FILE", ".png, or .raw, .yuv, .rgb: the surface's bytes");
+    options.text("-o,--output", output, "FILE", ".png, or .raw, .yuv, .rgb: the surface's bytes");
     options.number("--repeat", repeat, 1, 100000,
                    "draw N times, each on a fresh copy, and report the best time");
+    options.word("--simd", simd, {"none", "sse", "sse2", "all"},
+                 "instruction sets whose routines the context uses (default: none); `all` is what the "
+                 "processor has");
+    options.flag(
+        "--compare-simd", compare_simd,
+        "draw without and with SIMD (all, unless --simd says which), and report both times and how far "
+        "the surfaces are apart. The output, not required here, is the surface with SIMD");
 }
 
 Surface Target::make(uint32_t like, Size otherwise, bool alpha) const
 {
-    require_known_ending(output);
     if (!background.file.empty() && canvas)
         throw Failure("--canvas", "cannot be used together with the background " + shown(background.file));
     if (background.file.empty() && background.is_raw())
-        throw Failure(output, "there is a raw format to draw on, but no file");
+        throw Failure("usage", "there is a raw format to draw on, but no file");
     if (background.is_raw() && (format == 0 || format == background.raw_format))
         return background.read_raw();
-    const std::string& name = background.file.empty() ? output : background.file;
+    const std::string name = !background.file.empty() ? background.file
+                             : !output.empty()        ? output
+                                                      : "the surface";
     return about(name, [&] {
         const Picture picture =
             !background.file.empty() ? background.read()
@@ -146,31 +173,43 @@ Surface Target::make(uint32_t like, Size otherwise, bool alpha) const
     });
 }
 
-void Target::draw(const Surface& before, const std::string& operation, const std::string& pixels, Size drawn,
-                  const std::function<uint32_t(const vexlor_surface_desc&)>& call) const
+void Target::draw(const Surface& before, const Drawing& drawing) const
 {
-    using Clock = std::chrono::steady_clock;
+    if (!output.empty() || !compare_simd)
+        require_known_ending(output);
+    const uint32_t with_simd = compare_simd && simd == simd_none ? simd_all : simd;
     Surface surface = before.copy();
-    Clock::duration best = Clock::duration::max();
-    for (int32_t i = 0; i < repeat; ++i) {
-        if (i > 0)
-            surface.assign(before);
-        const auto start = Clock::now();
-        const uint32_t result = call(*surface.desc());
-        best = std::min(best, Clock::now() - start);
-        if (result != VEXLOR_OK)
-            throw Refused(operation, result);
+    std::optional<Surface> portable;
+    double seconds = draw_once(drawing, surface, with_simd), portable_seconds = 0;
+    if (compare_simd) {
+        portable = before.copy();
+        portable_seconds = draw_once(drawing, *portable, simd_none);
     }
-    write_surface(output, surface);
-    const double seconds = std::max(std::chrono::duration<double>(best).count(), 1e-9);
-    std::printf("%s: %s, %s, %dx%d, %.3f ms, %.0f Mpx/s\n", output.c_str(), operation.c_str(), pixels.c_str(),
-                drawn.width, drawn.height, seconds * 1e3, double(drawn.width) * drawn.height / seconds / 1e6);
+    // Taking turns: a busy moment of the machine does not hit one of them alone.
+    for (int32_t i = 1; i < repeat; ++i) {
+        surface.assign(before);
+        seconds = std::min(seconds, draw_once(drawing, surface, with_simd));
+        if (portable) {
+            portable->assign(before);
+            portable_seconds = std::min(portable_seconds, draw_once(drawing, *portable, simd_none));
+        }
+    }
+    if (!output.empty())
+        write_surface(output, surface);
+
+    const double rate = double(drawing.drawn.width) * drawing.drawn.height / seconds / 1e6;
+    const std::string result =
+        portable ? "portable " + milliseconds(portable_seconds) + ", SIMD " + milliseconds(seconds) + ", " +
+                       difference(*portable, surface)
+                 : milliseconds(seconds) + ", " + std::to_string(std::lround(rate)) + " Mpx/s";
+    std::printf("%s%s%s, %s, %s, %s\n", output.c_str(), output.empty() ? "" : ": ", drawing.operation.c_str(),
+                drawing.pixels.c_str(), drawing.area.c_str(), result.c_str());
 }
 
 void Transfer::declare(Options& options)
 {
     options.text("!source", source.file, "SOURCE", "PNG, JPEG or raw file; - is standard input");
-    source.declare_raw(options, "", "the source");
+    source.declare_raw(options, scales ? "raw-" : "", "the source");
     options.format(
         "--from", source_format,
         "format that the source is carried as (default: the raw frame's own, else one that fits --to)");
@@ -182,7 +221,12 @@ void Transfer::declare(Options& options)
     options.text("--onto", target.background.file, "FILE",
                  "picture that is drawn on (default: an empty one)");
     target.background.declare_raw(options, "onto-", "the --onto file");
-    options.parsed("--at", at, parse_point, "X,Y", "place of the rectangle's corner (default: 0,0)");
+    if (scales) {
+        options.parsed("--size", scaled_size, parse_size, "WxH", "size to scale to, drawn at 0,0");
+        options.parsed("--to-rect", to_rect, parse_rect, "X,Y,W,H", "or the rectangle to scale into");
+    } else {
+        options.parsed("--at", at, parse_point, "X,Y", "place of the rectangle's corner (default: 0,0)");
+    }
     options.flag("--within", within, "draw on the source itself instead");
     target.declare(options);
 }
@@ -209,7 +253,19 @@ Surface Transfer::read_source() const
     return about(source.file, [&] { return pack(picture, format); });
 }
 
-void Transfer::run(const std::string& operation, const vexlor_context* ctx) const
+// Where a rectangle of size `drawn` goes.
+Rect Transfer::destination(Size drawn) const
+{
+    if (scales && scaled_size.has_value() == to_rect.has_value())
+        throw Failure("scale", "needs either --size or --to-rect");
+    if (to_rect)
+        return *to_rect;
+    const Point corner = at.value_or(Point{});
+    const Size size = scaled_size.value_or(drawn);
+    return {corner.x, corner.y, size.width, size.height};
+}
+
+void Transfer::run(const std::string& operation, const std::function<void(vexlor_context*)>& set_up) const
 {
     const std::string& onto = target.background.file;
     if (within && (!onto.empty() || target.canvas || target.format != 0))
@@ -217,25 +273,35 @@ void Transfer::run(const std::string& operation, const vexlor_context* ctx) cons
     if (source.file == "-" && onto == "-")
         throw Failure("--onto", "standard input can be read only once");
     const Surface from = read_source();
-    const Point to = at.value_or(Point{});
     const Size all = from.size();
     const Rect r = rect.value_or(Rect{0, 0, all.width, all.height});
+    const Rect to = destination({r.width, r.height});
     // The library would find nothing to draw in what wraps around.
     const auto wraps = [](int32_t start, int32_t length) { return start > 0 && length > INT32_MAX - start; };
-    if (wraps(r.x, r.width) || wraps(r.y, r.height) || wraps(to.x, r.width) || wraps(to.y, r.height))
-        throw Failure("--rect", "reaches beyond " + std::to_string(INT32_MAX));
+    if (wraps(r.x, r.width) || wraps(r.y, r.height) || wraps(to.x, to.width) || wraps(to.y, to.height))
+        throw Failure(to_rect ? "--to-rect" : "--rect", "reaches beyond " + std::to_string(INT32_MAX));
     // An empty canvas is as large as what is drawn there, if that makes sense at all.
-    const int64_t right = int64_t{to.x} + r.width, bottom = int64_t{to.y} + r.height;
-    const bool fits = r.width <= all.width && r.height <= all.height && check_size(right, bottom).empty();
+    const int64_t right = int64_t{to.x} + to.width, bottom = int64_t{to.y} + to.height;
+    const bool fits =
+        (scales || (r.width <= all.width && r.height <= all.height)) && check_size(right, bottom).empty();
     const Size canvas = fits ? Size{static_cast<int32_t>(right), static_cast<int32_t>(bottom)} : all;
 
     const Surface before =
         within ? from.copy() : target.make(from.format(), canvas, has_alpha(from.format()));
-    const std::string pixels =
+    Drawing drawing;
+    drawing.operation = operation;
+    drawing.pixels =
         std::string(format_name(from.format())) + " to " + std::string(format_name(before.format()));
-    target.draw(before, operation, pixels, {r.width, r.height}, [&](const vexlor_surface_desc& dst) {
-        return vexlor_copy(ctx, within ? &dst : from.desc(), &dst, r.x, r.y, to.x, to.y, r.width, r.height);
-    });
+    drawing.area = (scales ? size_text(r.width, r.height) + " to " : "") + size_text(to.width, to.height);
+    drawing.drawn = {to.width, to.height};
+    drawing.set_up = set_up;
+    drawing.call = [&](vexlor_context* ctx, const vexlor_surface_desc& dst) {
+        const vexlor_surface_desc* src = within ? &dst : from.desc();
+        return scales ? vexlor_scale(ctx, src, &dst, r.x, r.y, r.width, r.height, to.x, to.y, to.width,
+                                     to.height)
+                      : vexlor_copy(ctx, src, &dst, r.x, r.y, to.x, to.y, r.width, r.height);
+    };
+    target.draw(before, drawing);
 }
 
 } // namespace tool

@@ -1,5 +1,5 @@
-// vexlor: the command-line tool. Runs the command that the arguments choose, and turns every way of failing into one
-// line and an exit status: 1 refused by the library, 2 bad usage or file.
+// vexlor: the command-line tool. Runs the command that the arguments choose, and turns every way of failing
+// into one line and an exit status: 1 refused by the library, 2 bad usage or file.
 #include "commands/commands.h"
 #include "failure.h"
 
@@ -14,8 +14,8 @@ namespace {
 
 using namespace tool;
 
-constexpr const Entry* entries[] = {&formats_entry, &fill_entry, &copy_entry,
-                                    &blend_entry,   &test_entry, &scene_entry};
+constexpr const Entry* entries[] = {&formats_entry, &info_entry, &fill_entry,  &copy_entry,
+                                    &blend_entry,   &test_entry, &scale_entry, &scene_entry};
 
 // Some messages come from libraries and may have several lines.
 int complain(std::string message, int status)

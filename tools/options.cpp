@@ -67,9 +67,9 @@ void Options::word(const std::string& name, uint32_t& value, std::initializer_li
 
 void run_command(int argc, char** argv, std::span<const Entry* const> entries)
 {
-    CLI::App app(
-        "vexlor fills, copies, blends and converts pictures with libvexlor, and times the library's call.\n"
-        "Exit status: 0 done, 1 refused by the library, 2 bad usage or file.");
+    CLI::App app("vexlor fills, copies, blends, converts and scales pictures with libvexlor, and times the "
+                 "library's call.\n"
+                 "Exit status: 0 done, 1 refused by the library, 2 bad usage or file.");
     app.name("vexlor");
     app.set_version_flag("--version", "vexlor " VEXLOR_TOOL_VERSION);
     app.require_subcommand(1);
@@ -88,7 +88,8 @@ void run_command(int argc, char** argv, std::span<const Entry* const> entries)
         std::ostringstream help; // or the version, where that was asked for
         if (app.exit(error, help, help) != 0)
             throw Failure("usage", std::string(error.what()) + " (vexlor COMMAND --help tells more)");
-        std::fputs(help.str().c_str(), stdout);
+        const std::string text = help.str();
+        std::printf("%s%s", text.c_str(), text.ends_with('\n') ? "" : "\n");
     }
 }
 

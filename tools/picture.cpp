@@ -24,7 +24,7 @@ Picture read_picture(const std::string& name)
         return decode_jpeg(shown(name), file);
     throw Failure(shown(name), file.empty()
                                    ? "is empty"
-                                   : "is neither PNG nor JPEG; a raw frame needs --format and --size");
+                                   : "is neither PNG nor JPEG; a raw frame needs its format and size");
 }
 
 } // namespace tool

@@ -34,7 +34,8 @@ private:
     std::unique_ptr<uint8_t[]> pixels_;
 };
 
-// The picture's pixels in the given format: RGB cut to 5, 6, 5 bits; YUV by the library's row converters, for which the width must be even (BadValue otherwise). X bytes are 255.
+// The picture's pixels in the given format: RGB cut to 5, 6, 5 bits; YUV by the library's row converters, for
+// which the width must be even (BadValue otherwise). X bytes are 255.
 Surface pack(const Picture& picture, uint32_t format);
 // A pixel value of a 32-bit or 565 format.
 uint32_t pack(Color color, uint32_t format);

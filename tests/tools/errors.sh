@@ -1,6 +1,6 @@
 #!/bin/sh
-# errors.sh TOOL: wrong usage and wrong files give one line on standard error that names the culprit, the right exit
-# status, and no output file, not even a temporary one; what stood at the output's name stays.
+# errors.sh TOOL: wrong usage and wrong files give one line on standard error that names the culprit, the
+# right exit status, and no output file, not even a temporary one; what stood at the output's name stays.
 set -u
 tool=$1
 dir=$(mktemp -d)
@@ -70,10 +70,25 @@ done <<END
 2|standard input: has 0 bytes|copy - $raw -o kept.png
 2|folder.png: is not a regular file|copy good.png -o folder.png
 2|x.jpg: .*must end in|copy good.png -o x.jpg
+2|usage: .*output.* required|scale good.png --size 2x2
+2|scale: needs either --size or --to-rect|scale good.png -o kept.png
+2|scale: needs either --size or --to-rect|scale good.png --size 2x2 --to-rect 0,0,2,2 -o kept.png
+2|--size: 0x5 has no pixels|scale good.png --size 0x5 -o x.png
+2|--filter: 'box' is none of|scale good.png --size 2x2 --filter box -o x.png
+2|--premultiplied: .*--blend|scale good.png --size 2x2 --premultiplied -o kept.png
+2|usage: .*--format|scale good.yuv --format U8Y8V8Y8 --size 2x2 -o x.png
+2|good.rgb: has more than 4096 bytes|scale good.rgb --raw-format 565 --raw-size 64x32 --size 2x2 -o kept.png
+2|--simd: 'mmx' is none of|fill good.png --simd mmx -o x.png
+2|x.jpg: .*must end in|copy good.png --compare-simd -o x.jpg
+2|usage: |info all
 2|x.yuv: .*even width|copy good.png --canvas 3x3 --to U8Y8V8Y8 -o x.yuv
 1|result 3, VEXLOR_NOT_CONVERTIBLE: |copy good.png --from 565 --to B8G8R8X8 -o kept.png
 1|result 5, VEXLOR_NO_SOURCE_ALPHA: |blend good.png --from B8G8R8X8 --onto good.png -o kept.png
 1|result 6, VEXLOR_BAD_RECTANGLE: |copy good.png --rect -1,0,2,2 -o kept.png
 1|result 7, VEXLOR_OVERLAP: |blend good.png --alpha 9 --within --rect 0,0,9,9 --at 8,8 -o kept.png
+1|result 3, VEXLOR_NOT_CONVERTIBLE: |scale good.png --from U8Y8V8Y8 --to 565 --size 2x2 -o kept.png
+1|result 5, VEXLOR_NO_SOURCE_ALPHA: |scale good.png --from B8G8R8X8 --blend --size 2x2 --compare-simd
+1|result 6, VEXLOR_BAD_RECTANGLE: |scale good.png --to-rect 60,0,5,1 --onto good.png -o kept.png
+1|result 7, VEXLOR_OVERLAP: |scale good.png --within --rect 0,0,9,9 --to-rect 8,8,1,1 -o kept.png
 END
 [ $failures = 0 ] && echo 'every error was reported as it should be'

@@ -30,16 +30,17 @@ struct BlendCommand : Command {
         transfer.needs_alpha = true;
         if (premultiplied)
             transfer.premultiplied_by = by_pixel ? Transfer::own_alpha : global;
-        const Context ctx = new_context();
-        vexlor_context_set_alpha_op(ctx.get(), VEXLOR_ALPHA_OP_BLEND);
-        vexlor_context_set_alpha_src(ctx.get(), by_pixel ? VEXLOR_ALPHA_SRC_PIXEL : VEXLOR_ALPHA_SRC_GLOBAL);
-        vexlor_context_set_alpha_mode(ctx.get(),
-                                      premultiplied ? VEXLOR_ALPHA_PREMULTIPLIED : VEXLOR_ALPHA_STRAIGHT);
-        vexlor_context_set_alpha_value(ctx.get(), static_cast<uint8_t>(std::max(global, 0)));
-        vexlor_context_set_alpha_dst_op(ctx.get(), alpha_dst_op);
-        transfer.run((premultiplied ? "blend premultiplied by " : "blend by ") +
-                         (by_pixel ? "source alpha" : std::to_string(global)),
-                     ctx.get());
+        const std::string weight = by_pixel ? "source alpha" : std::to_string(global);
+        transfer.run((premultiplied ? "blend premultiplied by " : "blend by ") + weight,
+                     [&](vexlor_context* ctx) {
+                         vexlor_context_set_alpha_op(ctx, VEXLOR_ALPHA_OP_BLEND);
+                         vexlor_context_set_alpha_src(ctx, by_pixel ? VEXLOR_ALPHA_SRC_PIXEL
+                                                                    : VEXLOR_ALPHA_SRC_GLOBAL);
+                         vexlor_context_set_alpha_mode(ctx, premultiplied ? VEXLOR_ALPHA_PREMULTIPLIED
+                                                                          : VEXLOR_ALPHA_STRAIGHT);
+                         vexlor_context_set_alpha_value(ctx, static_cast<uint8_t>(std::max(global, 0)));
+                         vexlor_context_set_alpha_dst_op(ctx, alpha_dst_op);
+                     });
     }
 
 private:

@@ -26,7 +26,8 @@ struct Entry {
 
 template <class C> std::unique_ptr<Command> make_command() { return std::make_unique<C>(); }
 
-extern const Entry formats_entry, fill_entry, copy_entry, blend_entry, test_entry, scene_entry;
+extern const Entry formats_entry, fill_entry, copy_entry, blend_entry, test_entry, scale_entry, info_entry,
+    scene_entry;
 
 // Reads the arguments and runs the command that they choose.
 void run_command(int argc, char** argv, std::span<const Entry* const> entries);

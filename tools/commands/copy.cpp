@@ -16,9 +16,8 @@ struct CopyCommand : Command {
 
     void run() override
     {
-        const Context ctx = new_context();
-        vexlor_context_set_alpha_dst_op(ctx.get(), alpha_dst_op);
-        transfer.run("copy", ctx.get());
+        transfer.run("copy",
+                     [this](vexlor_context* ctx) { vexlor_context_set_alpha_dst_op(ctx, alpha_dst_op); });
     }
 
 private:

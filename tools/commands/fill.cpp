@@ -41,17 +41,22 @@ struct FillCommand : Command {
             (int64_t{r.x} + r.width > width || int64_t{r.y} + r.height > height))
             throw Failure("--rect", "reaches past the picture, which is " + std::to_string(width) + "x" +
                                         std::to_string(height));
-        const Context ctx = new_context();
-        vexlor_context_set_color(ctx.get(),
-                                 pixel ? *pixel : pixel_of(color.value_or(white), before.format()));
-        vexlor_context_set_alpha_op(ctx.get(), global < 0 ? VEXLOR_ALPHA_OP_NONE : VEXLOR_ALPHA_OP_BLEND);
-        vexlor_context_set_alpha_value(ctx.get(), static_cast<uint8_t>(std::max(global, 0)));
-        vexlor_context_set_alpha_dst_op(ctx.get(), alpha_dst_op);
-        const std::string operation = global < 0 ? "fill" : "fill blended with " + std::to_string(global);
-        target.draw(before, operation, std::string(format_name(before.format())), {r.width, r.height},
-                    [&](const vexlor_surface_desc& dst) {
-                        return vexlor_fill(ctx.get(), &dst, r.x, r.y, r.width, r.height);
-                    });
+        const uint32_t value = pixel ? *pixel : pixel_of(color.value_or(white), before.format());
+        Drawing drawing;
+        drawing.operation = global < 0 ? "fill" : "fill blended with " + std::to_string(global);
+        drawing.pixels = format_name(before.format());
+        drawing.area = std::to_string(r.width) + "x" + std::to_string(r.height);
+        drawing.drawn = {r.width, r.height};
+        drawing.set_up = [&](vexlor_context* ctx) {
+            vexlor_context_set_color(ctx, value);
+            vexlor_context_set_alpha_op(ctx, global < 0 ? VEXLOR_ALPHA_OP_NONE : VEXLOR_ALPHA_OP_BLEND);
+            vexlor_context_set_alpha_value(ctx, static_cast<uint8_t>(std::max(global, 0)));
+            vexlor_context_set_alpha_dst_op(ctx, alpha_dst_op);
+        };
+        drawing.call = [&](vexlor_context* ctx, const vexlor_surface_desc& dst) {
+            return vexlor_fill(ctx, &dst, r.x, r.y, r.width, r.height);
+        };
+        target.draw(before, drawing);
     }
 
 private:

@@ -1,6 +1,7 @@
 // vexlor scene: maps of an invented planet by day and by night, for use where no photographs are at hand.
 // Heights, moisture and towns are sums of smoothed random values in space, taken where the planet's surface
 // lies, so the maps close around the planet.
+#include "../failure.h"
 #include "../file.h"
 #include "../picture.h"
 #include "commands.h"
@@ -94,6 +95,8 @@ struct SceneCommand : Command {
     void run() override
     {
         constexpr double pi = std::numbers::pi;
+        if (!output.ends_with(".png"))
+            throw Failure("--output", "the picture's name must end in .png");
         Picture map(size.value_or(Size{2048, 1024}), false);
         for (int32_t y = 0; y < map.size.height; ++y) {
             const double lat = pi * (0.5 - (y + 0.5) / map.size.height);

@@ -18,13 +18,13 @@ struct TestCommand : Command {
     void run() override
     {
         transfer.needs_alpha = true;
-        const Context ctx = new_context();
-        vexlor_context_set_alpha_op(ctx.get(), VEXLOR_ALPHA_OP_TEST);
-        vexlor_context_set_alpha_test(ctx.get(), test);
-        vexlor_context_set_alpha_ref(ctx.get(), static_cast<uint8_t>(reference));
-        // The one destination treatment that the library allows here.
-        vexlor_context_set_alpha_dst_op(ctx.get(), VEXLOR_ALPHA_DST_REPLACE);
-        transfer.run("copy by alpha test", ctx.get());
+        transfer.run("copy by alpha test", [this](vexlor_context* ctx) {
+            vexlor_context_set_alpha_op(ctx, VEXLOR_ALPHA_OP_TEST);
+            vexlor_context_set_alpha_test(ctx, test);
+            vexlor_context_set_alpha_ref(ctx, static_cast<uint8_t>(reference));
+            // The one destination treatment that the library allows here.
+            vexlor_context_set_alpha_dst_op(ctx, VEXLOR_ALPHA_DST_REPLACE);
+        });
     }
 
 private:
