@@ -8,7 +8,7 @@ using namespace vexlor;
 
 namespace {
 
-constexpr u32 block = 16;
+constexpr size_t block = 16;
 constexpr u32 streamed_from = 128; // bytes; shorter rows take the word loops
 
 __m128 load_aligned(const u8* at) { return _mm_load_ps(reinterpret_cast<const float*>(at)); }
@@ -19,9 +19,9 @@ void store_streaming(u8* at, __m128 value) { _mm_stream_ps(reinterpret_cast<floa
 bool is_block_aligned(const void* at) { return reinterpret_cast<uintptr_t>(at) % block == 0; }
 
 // Four blocks at a time, then single ones; returns the bytes done. Four loads come before four stores.
-u32 move_blocks(u8* dst, u32 bytes, auto read, auto write)
+size_t move_blocks(u8* dst, size_t bytes, auto read, auto write)
 {
-    u32 done = 0;
+    size_t done = 0;
     for (; bytes - done >= 4 * block; done += 4 * block) {
         const __m128 a = read(done), b = read(done + block), c = read(done + 2 * block),
                      d = read(done + 3 * block);
@@ -44,7 +44,7 @@ void vexlor_memcpy16_sse(void* dst, const void* src, uint32_t bytes)
         return vexlor_memcpy_x86(dst, src, bytes);
     auto* const from = static_cast<const u8*>(src);
     move_blocks(
-        static_cast<u8*>(dst), bytes, [=](u32 at) { return load_aligned(from + at); }, store_cached);
+        static_cast<u8*>(dst), bytes, [=](size_t at) { return load_aligned(from + at); }, store_cached);
 }
 
 void vexlor_memcpy_stream_sse(void* dst, const void* src, uint32_t bytes)
@@ -55,13 +55,14 @@ void vexlor_memcpy_stream_sse(void* dst, const void* src, uint32_t bytes)
     auto* from = static_cast<const u8*>(src);
     for (; !is_block_aligned(to) && bytes >= 2; to += 2, from += 2, bytes -= 2)
         store(to, load<u16>(from));
-    const u32 done = is_block_aligned(from)
-                         ? move_blocks(
-                               to, bytes, [=](u32 at) { return load_aligned(from + at); }, store_streaming)
-                         : move_blocks(
-                               to, bytes, [=](u32 at) { return load_anywhere(from + at); }, store_streaming);
+    const size_t done =
+        is_block_aligned(from)
+            ? move_blocks(
+                  to, bytes, [=](size_t at) { return load_aligned(from + at); }, store_streaming)
+            : move_blocks(
+                  to, bytes, [=](size_t at) { return load_anywhere(from + at); }, store_streaming);
     _mm_sfence();
-    for (u32 at = done; at < bytes; ++at)
+    for (size_t at = done; at < bytes; ++at)
         to[at] = from[at];
 }
 
@@ -78,8 +79,8 @@ void vexlor_memset_stream_sse(void* dst, uint32_t value, uint32_t bytes)
     // register.
     alignas(block) const u32 pattern[4] = {value, value, value, value};
     const __m128 blocks = load_aligned(reinterpret_cast<const u8*>(pattern));
-    const u32 done = move_blocks(
-        to, bytes, [=](u32) { return blocks; }, store_streaming);
+    const size_t done = move_blocks(
+        to, bytes, [=](size_t) { return blocks; }, store_streaming);
     _mm_sfence();
     if (done < bytes)
         to[done] = static_cast<u8>(value);

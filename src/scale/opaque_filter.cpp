@@ -37,8 +37,8 @@ void scale_8888(const Scale& s)
 // starts; rows near the end of the surface are converted from memory of our own, behind the filtered row.
 void scale_yuv(const Scale& s, u32 pair)
 {
-    const vexlor_convert_fn to_dst = s.ctx.conversions[2 * pair];
-    const vexlor_convert_fn from_src = s.ctx.conversions[2 * pair + 1];
+    const vexlor_convert_fn* const converters = s.ctx.conversions + size_t{pair} * 2;
+    const vexlor_convert_fn to_dst = converters[0], from_src = converters[1];
     if (!s.ctx.cache || !s.ctx.memcpy || !to_dst || !from_src)
         return;
     const Buffer memory(row_bytes_32(s) + u64{static_cast<u32>(s.src.width)} * 2);
