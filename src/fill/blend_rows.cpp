@@ -1,24 +1,10 @@
-// Rows that blend one colour over 32-bit pixels.
-#include "row/over.h"
+// Rows that blend one colour over 32-bit pixels. What they do stands in blend_kernels.h.
+#include "isa/kernels.h"
 
 using namespace vexlor;
 
-void vexlor_1d_fill_blend_over_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
-                                    uint32_t alpha_shift)
-{
-    over<Straight>(Solid{color}, row, count, Constant{weight}, Blended{shift_count(alpha_shift)});
-}
-
-void vexlor_1d_fill_blend_over_aone_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
-                                         uint32_t alpha_shift)
-{
-    over<Straight>(Solid{color}, row, count, Constant{weight}, Opaque{shift_count(alpha_shift)});
-}
-
-// The weight arrives raised and is raised once more: a global alpha of 255 blends at 257.
-void vexlor_1d_fill_blend_over_arepl_8888(uint32_t color, uint32_t* row, uint32_t count, uint32_t weight,
-                                          uint32_t alpha_shift)
-{
-    over<Straight>(Solid{color}, row, count, Constant{factor(weight)},
-                   ClearedThenOred{shift_count(alpha_shift), weight});
-}
+// clang-format off
+void vexlor_1d_fill_blend_over_8888      (u32 color, u32* row, u32 count, u32 weight, u32 alpha_shift) { kernels().fill_blend_over_8888(color, row, count, weight, alpha_shift); }
+void vexlor_1d_fill_blend_over_aone_8888 (u32 color, u32* row, u32 count, u32 weight, u32 alpha_shift) { kernels().fill_blend_over_aone_8888(color, row, count, weight, alpha_shift); }
+void vexlor_1d_fill_blend_over_arepl_8888(u32 color, u32* row, u32 count, u32 weight, u32 alpha_shift) { kernels().fill_blend_over_arepl_8888(color, row, count, weight, alpha_shift); }
+// clang-format on

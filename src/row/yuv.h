@@ -8,16 +8,16 @@ namespace vexlor {
 namespace {
 
 struct Y8V8Y8U8 {
-    enum : u32 { y0 = 0, v = 8, y1 = 16, u = 24 };
+    static constexpr u32 y0 = 0, v = 8, y1 = 16, u = 24;
 };
 struct U8Y8V8Y8 {
-    enum : u32 { u = 0, y0 = 8, v = 16, y1 = 24 };
+    static constexpr u32 u = 0, y0 = 8, v = 16, y1 = 24;
 };
 struct X8R8G8B8 {
-    enum : u32 { x = 0, r = 8, g = 16, b = 24 };
+    static constexpr u32 x = 0, r = 8, g = 16, b = 24;
 };
 struct B8G8R8X8 {
-    enum : u32 { b = 0, g = 8, r = 16, x = 24 };
+    static constexpr u32 b = 0, g = 8, r = 16, x = 24;
 };
 
 constexpr i32 field(u32 word, u32 shift) { return static_cast<i32>(word >> shift & 0xFF); }
@@ -41,10 +41,10 @@ template <class Rgb> constexpr u32 rgb_pixel(i32 y, Chroma c)
            clamped((luma + c.b) >> 8) << Rgb::b | 0xFFu << Rgb::x;
 }
 
-struct Pixels {
+struct PixelPair {
     u32 left, right;
 };
-template <class Yuv, class Rgb> constexpr Pixels decode(u32 pair)
+template <class Yuv, class Rgb> constexpr PixelPair decode(u32 pair)
 {
     const Chroma c = chroma<Yuv>(pair);
     return {rgb_pixel<Rgb>(field(pair, Yuv::y0), c), rgb_pixel<Rgb>(field(pair, Yuv::y1), c)};
@@ -57,7 +57,7 @@ template <class Rgb> constexpr u32 luma(u32 pixel)
 }
 
 // The chroma is that of the left pixel alone, and is rounded down.
-template <class Rgb, class Yuv> constexpr u32 encode(Pixels p)
+template <class Rgb, class Yuv> constexpr u32 encode(PixelPair p)
 {
     const i32 r = field(p.left, Rgb::r), g = field(p.left, Rgb::g), b = field(p.left, Rgb::b);
     const auto u = static_cast<u32>(((-38 * r - 74 * g + 112 * b) >> 8) + 128);
@@ -77,11 +77,11 @@ template <class T> inline T* left_pixel_at(T* row, i32 pair)
 }
 template <class T> inline T* right_pixel_at(T* row, i32 pair) { return moved(left_pixel_at(row, pair), 4); }
 
-inline Pixels load_pixels(const void* row, i32 pair)
+inline PixelPair load_pixels(const void* row, i32 pair)
 {
     return {load<u32>(left_pixel_at(row, pair)), load<u32>(right_pixel_at(row, pair))};
 }
-inline void store_pixels(void* row, i32 pair, Pixels p)
+inline void store_pixels(void* row, i32 pair, PixelPair p)
 {
     store(left_pixel_at(row, pair), p.left);
     store(right_pixel_at(row, pair), p.right);

@@ -4,7 +4,7 @@
 set -eu
 objdump -d --no-show-raw-insn "$1" | awk '
     /file format/ { object = $1; next }
-    object ~ /_sse2\.cpp/ || !/^ *[0-9a-f]+:\t/ { next }
+    object ~ /(_sse2|avx2|avx512)\.cpp/ || !/^ *[0-9a-f]+:\t/ { next }
     { sub(/^[^\t]*\t/, "") }
     # Instructions of a vector set: by their registers, or by name where they have none.
     !/%[xyz]?mm[0-7]/ && $1 !~ /^([slm]fence|prefetch.*|clflush|movnti|(ld|st)mxcsr|pause)$/ {

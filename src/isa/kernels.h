@@ -1,0 +1,84 @@
+// Row routines compiled once per instruction set, and the choice of the set that this processor runs best.
+//
+// The exported routines are ordinary functions that go through the table of the best set. A set's table is constant;
+// which one serves is decided by the dynamic linker, once, when it relocates the library: no state of ours changes.
+#pragma once
+
+#include "base.h"
+
+namespace vexlor {
+
+struct Kernels {
+    vexlor_fill_blend_fn fill_blend_over_8888;
+    vexlor_fill_blend_fn fill_blend_over_aone_8888;
+    vexlor_fill_blend_fn fill_blend_over_arepl_8888;
+
+    vexlor_copy_src_fn copy_opaque_aone_8888;
+    vexlor_copy_src_fn copy_blend_over_src_8888;
+    vexlor_copy_src_fn copy_blend_over_src_aone_8888;
+    vexlor_copy_src_fn copy_blend_over_src_arepl_8888;
+    vexlor_copy_src_fn copy_blend_over_src_pre_8888;
+    vexlor_copy_src_fn copy_blend_over_src_pre_aone_8888;
+    vexlor_copy_src_fn copy_blend_over_src_pre_arepl_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_aone_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_arepl_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_pre_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_pre_aone_8888;
+    vexlor_copy_gbl_fn copy_blend_over_gbl_pre_arepl_8888;
+    vexlor_copy_gbl_565_fn copy_blend_over_gbl_565;
+    vexlor_copy_test_fn copy_test_8888;
+
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_Y8V8Y8U8;
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8;
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_Y8V8Y8U8_2_B8G8R8A8;
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_U8Y8V8Y8;
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_U8Y8V8Y8_2_A8R8G8B8;
+    vexlor_copy_gbl_yuv_fn copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8;
+
+    vexlor_convert_fn Y8V8Y8U8_2_X8R8G8B8;
+    vexlor_convert_fn Y8V8Y8U8_2_B8G8R8X8;
+    vexlor_convert_fn U8Y8V8Y8_2_X8R8G8B8;
+    vexlor_convert_fn U8Y8V8Y8_2_B8G8R8X8;
+    vexlor_convert_fn X8R8G8B8_2_Y8V8Y8U8;
+    vexlor_convert_fn B8G8R8X8_2_Y8V8Y8U8;
+    vexlor_convert_fn X8R8G8B8_2_U8Y8V8Y8;
+    vexlor_convert_fn B8G8R8X8_2_U8Y8V8Y8;
+
+    vexlor_scale_span_fn scale_opaque_nofilt_32;
+    vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
+    vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8;
+    vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8;
+    vexlor_scale_span_fn scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8;
+    vexlor_scale_span_fn scale_opaque_nofilt_U8Y8V8Y8_2_B8G8R8X8;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_8888;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_8888_pre;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_arepl_8888;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_arepl_8888_pre;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_aone_8888;
+    vexlor_scale_span_fn scale_blend_over_src_nofilt_aone_8888_pre;
+
+    vexlor_lerp_8888_fn lerp_8888;
+    vexlor_lerp_8888_fn lerp_pre_8888;
+    vexlor_lerp_8888_fn lerp_arepl_8888;
+    vexlor_lerp_8888_fn lerp_pre_arepl_8888;
+    vexlor_lerp_8888_fn lerp_aone_8888;
+    vexlor_lerp_8888_fn lerp_pre_aone_8888;
+    vexlor_lerp_565_fn lerp_565;
+    vexlor_lerp_565_fn lerp_pre_565;
+};
+
+enum class Set { baseline, avx2, avx512 };
+
+// The table of a set; null when it was not built or this processor cannot run it.
+const Kernels* kernels_of(Set set);
+
+// The table of the best set.
+const Kernels& kernels();
+
+// Defined by the file of each set.
+extern const Kernels baseline_kernels;
+extern const Kernels avx2_kernels;
+extern const Kernels avx512_kernels;
+
+} // namespace vexlor

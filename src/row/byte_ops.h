@@ -1,0 +1,94 @@
+// What the compilers' vector operators lack, as overloads on the width. Shuffles, packs and zips work within 128-bit
+// lanes.
+#pragma once
+
+#include "row/lanes.h"
+
+namespace vexlor {
+namespace {
+
+#if defined(__SSSE3__)
+
+inline __m128i multiply_add_bytes(__m128i a, __m128i b)
+{
+    return _mm_maddubs_epi16(a, b);
+} // unsigned a, signed b
+inline __m128i add_neighbours(__m128i a) { return _mm_madd_epi16(a, _mm_set1_epi16(1)); }
+inline __m128i add_saturated(__m128i a, __m128i b) { return _mm_adds_epi16(a, b); }
+inline __m128i subtract_saturated(__m128i a, __m128i b) { return _mm_subs_epi16(a, b); }
+inline __m128i pack_signed(__m128i a, __m128i b) { return _mm_packs_epi16(a, b); }
+inline __m128i pack_unsigned(__m128i a, __m128i b) { return _mm_packus_epi16(a, b); }
+inline __m128i zip_bytes_low(__m128i a, __m128i b) { return _mm_unpacklo_epi8(a, b); }
+inline __m128i zip_bytes_high(__m128i a, __m128i b) { return _mm_unpackhi_epi8(a, b); }
+inline __m128i zip_words_low(__m128i a, __m128i b) { return _mm_unpacklo_epi16(a, b); }
+inline __m128i zip_words_high(__m128i a, __m128i b) { return _mm_unpackhi_epi16(a, b); }
+inline __m128i shuffle_bytes(__m128i a, __m128i order) { return _mm_shuffle_epi8(a, order); }
+
+#if defined(__AVX2__)
+inline __m256i multiply_add_bytes(__m256i a, __m256i b)
+{
+    return _mm256_maddubs_epi16(a, b);
+} // unsigned a, signed b
+inline __m256i add_neighbours(__m256i a) { return _mm256_madd_epi16(a, _mm256_set1_epi16(1)); }
+inline __m256i add_saturated(__m256i a, __m256i b) { return _mm256_adds_epi16(a, b); }
+inline __m256i subtract_saturated(__m256i a, __m256i b) { return _mm256_subs_epi16(a, b); }
+inline __m256i pack_signed(__m256i a, __m256i b) { return _mm256_packs_epi16(a, b); }
+inline __m256i pack_unsigned(__m256i a, __m256i b) { return _mm256_packus_epi16(a, b); }
+inline __m256i zip_bytes_low(__m256i a, __m256i b) { return _mm256_unpacklo_epi8(a, b); }
+inline __m256i zip_bytes_high(__m256i a, __m256i b) { return _mm256_unpackhi_epi8(a, b); }
+inline __m256i zip_words_low(__m256i a, __m256i b) { return _mm256_unpacklo_epi16(a, b); }
+inline __m256i zip_words_high(__m256i a, __m256i b) { return _mm256_unpackhi_epi16(a, b); }
+inline __m256i shuffle_bytes(__m256i a, __m128i order)
+{
+    return _mm256_shuffle_epi8(a, _mm256_broadcastsi128_si256(order));
+}
+#endif
+
+#if defined(__AVX512BW__)
+inline __m512i multiply_add_bytes(__m512i a, __m512i b)
+{
+    return _mm512_maddubs_epi16(a, b);
+} // unsigned a, signed b
+inline __m512i add_neighbours(__m512i a) { return _mm512_madd_epi16(a, _mm512_set1_epi16(1)); }
+inline __m512i add_saturated(__m512i a, __m512i b) { return _mm512_adds_epi16(a, b); }
+inline __m512i subtract_saturated(__m512i a, __m512i b) { return _mm512_subs_epi16(a, b); }
+inline __m512i pack_signed(__m512i a, __m512i b) { return _mm512_packs_epi16(a, b); }
+inline __m512i pack_unsigned(__m512i a, __m512i b) { return _mm512_packus_epi16(a, b); }
+inline __m512i zip_bytes_low(__m512i a, __m512i b) { return _mm512_unpacklo_epi8(a, b); }
+inline __m512i zip_bytes_high(__m512i a, __m512i b) { return _mm512_unpackhi_epi8(a, b); }
+inline __m512i zip_words_low(__m512i a, __m512i b) { return _mm512_unpacklo_epi16(a, b); }
+inline __m512i zip_words_high(__m512i a, __m512i b) { return _mm512_unpackhi_epi16(a, b); }
+inline __m512i shuffle_bytes(__m512i a, __m128i order)
+{
+    return _mm512_shuffle_epi8(a, _mm512_broadcast_i32x4(order));
+}
+#endif
+
+template <u32 Bytes> struct Native;
+template <> struct Native<16> {
+    using Type = __m128i;
+};
+#if defined(__AVX2__)
+template <> struct Native<32> {
+    using Type = __m256i;
+};
+#endif
+#if defined(__AVX512BW__)
+template <> struct Native<64> {
+    using Type = __m512i;
+};
+#endif
+
+// The bytes of an order of shuffle_bytes, repeated for each of four 32-bit units.
+inline __m128i unit_order(u32 a, u32 b, u32 c, u32 d)
+{
+    const auto order = [=](u32 unit) {
+        return static_cast<int>((a | b << 8 | c << 16 | d << 24) + unit * 0x04040404);
+    };
+    return _mm_setr_epi32(order(0), order(1), order(2), order(3));
+}
+
+#endif
+
+} // namespace
+} // namespace vexlor

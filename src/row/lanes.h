@@ -1,0 +1,66 @@
+// Lane words of a whole vector, for the mixes of over.h: as wide as the instruction set that a file is compiled for, and
+// 16 bytes wide for the rest of a row. Without vectors there are none, and rows are done pixel by pixel.
+#pragma once
+
+#include "base.h"
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+namespace vexlor {
+namespace {
+
+#if defined(__AVX512BW__)
+constexpr u32 vector_bytes = 64;
+#elif defined(__AVX2__)
+constexpr u32 vector_bytes = 32;
+#elif defined(__SSE2__)
+constexpr u32 vector_bytes = 16;
+#else
+constexpr u32 vector_bytes = 0;
+#endif
+
+// Written out for each width: g++ loses the size of a vector that depends on a template's parameter.
+template <u32 Bytes> struct LaneTypes;
+template <> struct LaneTypes<16> {
+    typedef u32 U32 __attribute__((vector_size(16)));
+    typedef u16 U16 __attribute__((vector_size(16)));
+    typedef int16_t I16 __attribute__((vector_size(16)));
+};
+template <> struct LaneTypes<32> {
+    typedef u32 U32 __attribute__((vector_size(32)));
+    typedef u16 U16 __attribute__((vector_size(32)));
+    typedef int16_t I16 __attribute__((vector_size(32)));
+};
+template <> struct LaneTypes<64> {
+    typedef u32 U32 __attribute__((vector_size(64)));
+    typedef u16 U16 __attribute__((vector_size(64)));
+    typedef int16_t I16 __attribute__((vector_size(64)));
+};
+
+template <u32 Bytes> struct Vector {
+    using U16 = typename LaneTypes<Bytes>::U16; // one channel per lane: nothing borrows from a neighbour
+    using I16 = typename LaneTypes<Bytes>::I16;
+    using U32 = typename LaneTypes<Bytes>::U32; // two channels per lane, with all the borrows of a word
+    static constexpr u32 pixels = Bytes / 4;
+
+    // Two channels per lane that are multiplied each by itself. The same as U32 as long as no product reaches
+    // 2^16, and much faster.
+    struct Pairs {
+        U32 v;
+        friend Pairs operator+(Pairs a, Pairs b) { return {a.v + b.v}; }
+        friend Pairs operator-(Pairs a, Pairs b) { return {a.v - b.v}; }
+        friend Pairs operator|(Pairs a, Pairs b) { return {a.v | b.v}; }
+        friend Pairs operator*(Pairs a, Pairs b)
+        {
+            return {reinterpret_cast<U32>(reinterpret_cast<U16>(a.v) * reinterpret_cast<U16>(b.v))};
+        }
+        friend Pairs operator>>(Pairs a, int n) { return {a.v >> n}; }
+        friend Pairs operator<<(Pairs a, int n) { return {a.v << n}; }
+        friend Pairs operator&(Pairs a, u32 mask) { return {a.v & mask}; }
+    };
+};
+
+} // namespace
+} // namespace vexlor

@@ -1,0 +1,38 @@
+// Interpolation rows, for one instruction set. The 32-bit ones are the blends of copied rows with the destination's alpha
+// shift apart.
+#pragma once
+
+#include "row/over.h"
+#include "row/rgb565.h"
+
+namespace vexlor {
+namespace {
+
+// Straight and Premultiplied rows of the rules but Opaque have one shift for both.
+template <class Mix, class Alpha> void lerp(u32* dst, const u32* src, u32 count, u32 src_shift, u32 dst_shift)
+{
+    const u32 alpha_shift = shift_count(__is_same(Alpha, Opaque) ? dst_shift : src_shift);
+    over<Mix>(Row{src}, dst, count, PixelAlpha{shift_count(src_shift)}, Alpha{alpha_shift});
+}
+
+inline void over_565(u16* dst, const u16* src, u32 count, u32 shift, auto mix)
+{
+    const PixelAlpha weight{shift_count(shift)};
+    for (u32 i = 0; i < count; ++i) {
+        const u32 s = load<u16>(src + i);
+        store(dst + i, static_cast<u16>(mix(s, u32{load<u16>(dst + i)}, weight(s))));
+    }
+}
+
+inline void lerp_565_row(u16* dst, const u16* src, u32 count, u32 shift)
+{
+    over_565(dst, src, count, shift, [](u32 s, u32 d, u32 w) { return lerp_565(d, s, w); });
+}
+
+inline void lerp_pre_565_row(u16* dst, const u16* src, u32 count, u32 shift)
+{
+    over_565(dst, src, count, shift, [](u32 s, u32 d, u32 w) { return premultiplied_565(s, d, w); });
+}
+
+} // namespace
+} // namespace vexlor

@@ -1,0 +1,141 @@
+// The rows of every instruction set that this processor has, held against the baseline's: equal bytes, and nothing
+// outside the row, at every width up to several vectors.
+#include "isa/kernels.h"
+#include "support/arena.h"
+
+using vexlor::Kernels;
+using vexlor::Set;
+
+namespace {
+
+constexpr uint32_t most = 131;
+constexpr uint32_t shifts[] = {0, 24, 8, 32};
+
+// A call of each kind of row: `count` destination pixels of 4 bytes, from at most as many of the source.
+void call(vexlor_fill_blend_fn f, const uint8_t*, uint8_t* d, uint32_t n, Random& r)
+{
+    f(r.next(), reinterpret_cast<uint32_t*>(d), n, r.weight(256), r.pick(shifts));
+}
+void call(vexlor_copy_src_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<const uint32_t*>(s), reinterpret_cast<uint32_t*>(d), n, r.pick(shifts));
+}
+void call(vexlor_copy_gbl_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<const uint32_t*>(s), reinterpret_cast<uint32_t*>(d), n, r.weight(257), r.pick(shifts));
+}
+void call(vexlor_copy_gbl_565_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<const uint16_t*>(s), reinterpret_cast<uint16_t*>(d), 2 * n, r.weight(257));
+}
+void call(vexlor_copy_test_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<const uint32_t*>(s), reinterpret_cast<uint32_t*>(d), n, r.below(7), r.weight(256),
+      r.pick(shifts));
+}
+void call(vexlor_copy_gbl_yuv_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(s, d, static_cast<int32_t>(n), r.weight(256));
+}
+void call(vexlor_convert_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random&)
+{
+    f(s, d, static_cast<int32_t>(n));
+}
+void call(vexlor_scale_span_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    // The last unit read is the source's last at most: 4 bytes per destination pixel.
+    const int32_t steps[] = {0, 1, 0x8000, 47835, 0xFFFF, 0x10000};
+    const int32_t step = r.one_in(3) ? r.between(0, 0x10000) : r.pick(steps);
+    f(s, d, r.one_in(2) ? VEXLOR_FMT_A8R8G8B8 : VEXLOR_FMT_B8G8R8A8, n, r.between(0, 0xFFFF), step);
+    if (n < 2)
+        return;
+    // A reduction: as far apart as the source allows.
+    const auto wide = static_cast<int32_t>(((n - 1) << 16) / (n / 2));
+    f(s, d, VEXLOR_FMT_A8R8G8B8, n / 2, 0, r.one_in(2) ? wide : wide - r.between(0, 0x4000));
+    f(s + (n - 1) * 4, d, VEXLOR_FMT_A8R8G8B8, n, 0, -0x10000); // backwards
+}
+void call(vexlor_lerp_8888_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<uint32_t*>(d), reinterpret_cast<const uint32_t*>(s), n, r.pick(shifts),
+      r.pick(shifts));
+}
+void call(vexlor_lerp_565_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(reinterpret_cast<uint16_t*>(d), reinterpret_cast<const uint16_t*>(s), 2 * n, r.pick(shifts));
+}
+
+template <class Row> void expect_same(Row row, Row reference, const char* set, size_t entry)
+{
+    Random random(entry);
+    Arena src, dst;
+    for (uint32_t n = 0; n <= most; ++n)
+        for (const Side side : {Side::begin, Side::end}) {
+            const uint8_t* const s = src.place(n * 4, side, random.below(17));
+            uint8_t* const d = dst.place(n * 4, side, random.below(17));
+            src.randomize(random);
+            dst.randomize(random);
+            Random again = random;
+            call(row, s, d, n, random);
+            call(reference, s, dst.twin(d), n, again);
+            ASSERT_TRUE(dst.same_as_twin(d)) << set << ", entry " << entry << ", width " << n;
+        }
+}
+
+// Every entry of a table, in its order.
+template <class Row, class... Rest>
+void expect_same_entries(const Kernels& kernels, const Kernels& reference, const char* set, size_t entry,
+                         Row Kernels::*row, Rest... rest)
+{
+    expect_same(kernels.*row, reference.*row, set, entry);
+    if constexpr (sizeof...(rest) != 0)
+        expect_same_entries(kernels, reference, set, entry + 1, rest...);
+}
+
+} // namespace
+
+TEST(Kernels, AreEqualInEverySet)
+{
+    using K = Kernels;
+    const Kernels& baseline = *vexlor::kernels_of(Set::baseline);
+    for (const auto& [set, name] : {std::pair{Set::avx2, "avx2"}, std::pair{Set::avx512, "avx512"}}) {
+        const Kernels* const kernels = vexlor::kernels_of(set);
+        if (kernels == nullptr)
+            continue;
+        expect_same_entries(
+            *kernels, baseline, name, 0, &K::fill_blend_over_8888, &K::fill_blend_over_aone_8888,
+            &K::fill_blend_over_arepl_8888, &K::copy_opaque_aone_8888, &K::copy_blend_over_src_8888,
+            &K::copy_blend_over_src_aone_8888, &K::copy_blend_over_src_arepl_8888,
+            &K::copy_blend_over_src_pre_8888, &K::copy_blend_over_src_pre_aone_8888,
+            &K::copy_blend_over_src_pre_arepl_8888, &K::copy_blend_over_gbl_8888,
+            &K::copy_blend_over_gbl_aone_8888, &K::copy_blend_over_gbl_arepl_8888,
+            &K::copy_blend_over_gbl_pre_8888, &K::copy_blend_over_gbl_pre_aone_8888,
+            &K::copy_blend_over_gbl_pre_arepl_8888, &K::copy_blend_over_gbl_565, &K::copy_test_8888,
+            &K::copy_blend_over_gbl_Y8V8Y8U8, &K::copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8,
+            &K::copy_blend_over_gbl_Y8V8Y8U8_2_B8G8R8A8, &K::copy_blend_over_gbl_U8Y8V8Y8,
+            &K::copy_blend_over_gbl_U8Y8V8Y8_2_A8R8G8B8, &K::copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8,
+            &K::Y8V8Y8U8_2_X8R8G8B8, &K::Y8V8Y8U8_2_B8G8R8X8, &K::U8Y8V8Y8_2_X8R8G8B8,
+            &K::U8Y8V8Y8_2_B8G8R8X8, &K::X8R8G8B8_2_Y8V8Y8U8, &K::B8G8R8X8_2_Y8V8Y8U8,
+            &K::X8R8G8B8_2_U8Y8V8Y8, &K::B8G8R8X8_2_U8Y8V8Y8, &K::scale_opaque_nofilt_32,
+            &K::scale_opaque_nofilt_aone_8888, &K::scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8,
+            &K::scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8, &K::scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8,
+            &K::scale_opaque_nofilt_U8Y8V8Y8_2_B8G8R8X8, &K::scale_blend_over_src_nofilt_8888,
+            &K::scale_blend_over_src_nofilt_8888_pre, &K::scale_blend_over_src_nofilt_arepl_8888,
+            &K::scale_blend_over_src_nofilt_arepl_8888_pre, &K::scale_blend_over_src_nofilt_aone_8888,
+            &K::scale_blend_over_src_nofilt_aone_8888_pre, &K::lerp_8888, &K::lerp_pre_8888,
+            &K::lerp_arepl_8888, &K::lerp_pre_arepl_8888, &K::lerp_aone_8888, &K::lerp_pre_aone_8888,
+            &K::lerp_565, &K::lerp_pre_565);
+    }
+}
+
+TEST(Kernels, ServeFromTheBestSet)
+{
+    const Kernels* best = nullptr;
+    for (const Set set : {Set::baseline, Set::avx2, Set::avx512})
+        if (const Kernels* const kernels = vexlor::kernels_of(set))
+            best = kernels;
+    EXPECT_EQ(&vexlor::kernels(), best);
+    // No entry is left empty.
+    const void* entries[sizeof *best / sizeof(void*)];
+    std::memcpy(entries, best, sizeof entries);
+    EXPECT_EQ(std::count(std::begin(entries), std::end(entries), nullptr), 0);
+}
