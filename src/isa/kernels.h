@@ -1,7 +1,6 @@
 // Row routines compiled once per instruction set, and the choice of the set that this processor runs best.
 //
-// The exported routines are ordinary functions that go through the table of the best set. A set's table is constant;
-// which one serves is decided by the dynamic linker, once, when it relocates the library: no state of ours changes.
+// The exported routines are ordinary functions that go through the table of the best set. Tables are constant.
 #pragma once
 
 #include "base.h"
