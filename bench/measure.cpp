@@ -27,6 +27,7 @@ void measure(std::vector<Contender>& contenders, const Effort& effort)
     const double deadline = now() + effort.seconds;
     for (int round = 0; round < effort.rounds || now() < deadline; ++round) {
         for (size_t i = 0; i < contenders.size(); ++i) {
+            contenders[i].draw(); // untimed: the one before left its own pictures in the caches
             const double start = now();
             for (long n = calls[i]; n > 0; --n)
                 contenders[i].draw();

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "row/over.h"
-#include "row/rgb565.h"
+#include "row/over565.h"
 
 namespace vexlor {
 namespace {
 
-template <class Mix, class Alpha> void src(const u32* s, u32* d, u32 n, u32 a)
+template <class Mix, class Alpha> void src_row(const u32* s, u32* d, u32 n, u32 a)
 {
     over<Mix>(Row{s}, d, n, PixelAlpha{shift_count(a)}, Alpha{shift_count(a)});
 }
@@ -35,36 +35,12 @@ void copy_where(const u32* s, u32* d, u32 n, u32 shift, auto passes)
     }
 }
 
-// The fields of 565 pixels in lanes of 16 bits, as lerp_565 mixes them in words. What blue exceeds its place by goes into
-// red; green has nothing below it. g: up to 256.
-template <u32 Bytes> u32 over_565_vectors(const u16* src, u16* dst, u32 i, u32 count, u32 g)
-{
-    using U16 = typename Vector<Bytes>::U16;
-    using I16 = typename Vector<Bytes>::I16;
-    const I16 weight = I16{} + static_cast<int16_t>(g);
-    const auto field = [](U16 v, int shift, u16 mask) { return reinterpret_cast<I16>(v >> shift & mask); };
-    for (; count - i >= Bytes / 2; i += Bytes / 2) {
-        const U16 s = load<U16>(src + i), d = load<U16>(dst + i);
-        const I16 dr = field(d, 11, 31), dg = field(d, 5, 63), db = field(d, 0, 31);
-        const I16 b = (field(s, 0, 31) - db) * weight + (db << 5);
-        const I16 r = (field(s, 11, 31) - dr) * weight + (dr << 5) + (b >> 11);
-        const I16 half_g = ((field(s, 5, 63) - dg) * weight >> 1) + (dg << 5);
-        store(dst + i, reinterpret_cast<U16>((r >> 5) << 11 | (half_g & 0x07E0) | (b >> 5 & 31)));
-    }
-    return i;
-}
-
 inline void copy_blend_over_gbl_565(const u16* src, u16* dst, u32 count, u32 g)
 {
-    u32 i = 0;
-    if (g <= 256) {
-        if constexpr (vector_bytes > 16)
-            i = over_565_vectors<vector_bytes>(src, dst, i, count, g);
-        if constexpr (vector_bytes != 0)
-            i = over_565_vectors<16>(src, dst, i, count, g);
-    }
-    for (; i < count; ++i)
-        store(dst + i, static_cast<u16>(lerp_565(load<u16>(dst + i), load<u16>(src + i), g)));
+    if (g <= 256)
+        over_565<Lerp565>(src, dst, count, Constant{g});
+    else
+        over_565_pixels<Lerp565>(src, dst, count, Constant{g});
 }
 
 // Each pixel is read before it is written, from pixel 0 up: overlapping rows of one surface come here.

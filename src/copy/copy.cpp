@@ -1,4 +1,5 @@
 // The copy entry: its checks, its tables, and the plain copy.
+#include "isa/kernels.h"
 #include "row/over.h"
 #include "surface/formats.h"
 #include "surface/rectangle.h"
@@ -71,6 +72,31 @@ struct RowCopy {
     }
 };
 
+// Copies rows that the library's own routines would copy whole and in no order that matters, in the fastest way: rows
+// that touch are one, and pictures larger than most caches go past them. False when they are no such rows.
+bool copy_whole_rows(const Copy& c, const u8* src, u8* dst, u32 row_bytes)
+{
+    constexpr u64 streamed_from = 8 << 20;
+    const bool own =
+        c.ctx.memcpy_stream == vexlor_memcpy_x86 || c.ctx.memcpy_stream == vexlor_memcpy_stream_sse;
+    if (!own || row_bytes % 4 != 0 || c.rows == 0)
+        return false;
+    const u64 rows_below = static_cast<u32>(c.rows) - 1;
+    const u64 src_bytes = rows_below * c.src.stride + row_bytes,
+              dst_bytes = rows_below * c.dst.stride + row_bytes;
+    if (src_bytes > PTRDIFF_MAX || dst_bytes > PTRDIFF_MAX || !are_apart(src, src_bytes, dst, dst_bytes))
+        return false;
+    const bool touch = c.src.stride == row_bytes && c.dst.stride == row_bytes;
+    const auto bytes = static_cast<size_t>(touch ? dst_bytes : row_bytes);
+    const u32 rows = touch ? 1 : static_cast<u32>(c.rows);
+    if (u64{bytes} * rows >= streamed_from)
+        kernels().copy_rows_streaming(dst, c.dst.stride, src, c.src.stride, bytes, rows);
+    else
+        for (u32 i = 0; i < rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))
+            memcpy(dst, src, bytes);
+    return true;
+}
+
 void walk_down(const Copy& c, const u8* src, u8* dst, auto row)
 {
     for (i32 i = 0; i < c.rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))
@@ -113,6 +139,8 @@ u32 copy_plain(const Copy& c)
             });
         return VEXLOR_OK;
     }
+    if (copy_whole_rows(c, src, dst, row_bytes))
+        return VEXLOR_OK;
     const bool overlapping = c.overlapping();
     if (overlapping && c.from.y == c.to.y) {
         if (const auto move = c.ctx.memmove_stream)

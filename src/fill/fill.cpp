@@ -1,4 +1,5 @@
 // The fill entry: its checks, its table and the driver of the blended fill.
+#include "isa/kernels.h"
 #include "row/over.h"
 #include "surface/formats.h"
 
@@ -12,6 +13,25 @@ constexpr Slot blend_rows[3] = {
     &vexlor_context::fill_blend_over_arepl_8888, // 1
     &vexlor_context::fill_blend_over_aone_8888,  // 2
 };
+
+// Whether the slot holds a routine of the library that writes such rows whole, and nothing else.
+bool fills_whole_rows(const vexlor_context& ctx, const u8* row, u32 stride, u32 row_bytes)
+{
+    const uintptr_t places = reinterpret_cast<uintptr_t>(row) | stride | row_bytes;
+    return (ctx.memset == vexlor_memset && places % 4 == 0) ||
+           (ctx.memset == vexlor_memset_stream_sse && places % 16 == 0);
+}
+
+// Rows that touch are one.
+void fill_whole_rows(u8* row, u32 stride, u32 row_bytes, i32 height, u32 color)
+{
+    const auto set_words = kernels().set_words;
+    const u64 words = u64{row_bytes / 4} * static_cast<u32>(height);
+    if (stride == row_bytes && words <= PTRDIFF_MAX / 4)
+        return set_words(row, color, static_cast<size_t>(words));
+    for (i32 i = 0; i < height; ++i, row = moved(row, stride))
+        set_words(row, color, row_bytes / 4);
+}
 
 u32 fill_opaque(const vexlor_context& ctx, const vexlor_surface_desc& dst, i32 x, i32 y, i32 width,
                 i32 height)
@@ -32,6 +52,10 @@ u32 fill_opaque(const vexlor_context& ctx, const vexlor_surface_desc& dst, i32 x
     if (!ctx.memset)
         return VEXLOR_OK;
     u8* row = pixel_address(dst, x, y, bytes);
+    if (fills_whole_rows(ctx, row, dst.stride, row_bytes)) {
+        fill_whole_rows(row, dst.stride, row_bytes, height, color);
+        return VEXLOR_OK;
+    }
     for (i32 i = 0; i < height; ++i, row = moved(row, dst.stride))
         ctx.memset(row, color, row_bytes);
     return VEXLOR_OK;
@@ -60,6 +84,14 @@ void vexlor_2d_fill_blend_over_8888(const vexlor_context* ctx, const vexlor_surf
     const u32 alpha_shift = vexlor_fmt_get_alpha_shift(dst->format);
     const u32 weight = factor(ctx->alpha_value);
     u32* row = pixel_address<u32>(*dst, x, y, bytes_per_pixel(dst->format));
+    // Rows that touch are one, for the library's own routines.
+    const bool own = span == vexlor_1d_fill_blend_over_8888 || span == vexlor_1d_fill_blend_over_aone_8888 ||
+                     span == vexlor_1d_fill_blend_over_arepl_8888;
+    if (own && width > 0 && height > 0 && u64{static_cast<u32>(width)} * 4 == dst->stride &&
+        i64{width} * height <= INT32_MAX) {
+        width *= height;
+        height = 1;
+    }
     for (i32 i = 0; i < height; ++i, row = moved(row, dst->stride))
         span(ctx->color, row, static_cast<u32>(width), weight, alpha_shift);
 }

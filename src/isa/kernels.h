@@ -8,6 +8,10 @@
 namespace vexlor {
 
 struct Kernels {
+    void (*set_words)(void* dst, u32 value, size_t words);
+    void (*copy_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
+                                u32 rows);
+
     vexlor_fill_blend_fn fill_blend_over_8888;
     vexlor_fill_blend_fn fill_blend_over_aone_8888;
     vexlor_fill_blend_fn fill_blend_over_arepl_8888;
@@ -44,6 +48,9 @@ struct Kernels {
     vexlor_convert_fn X8R8G8B8_2_U8Y8V8Y8;
     vexlor_convert_fn B8G8R8X8_2_U8Y8V8Y8;
 
+    vexlor_convert_fn Y8V8Y8U8_2_X8R8G8B8_single; // null without SSE2
+    vexlor_convert_fn U8Y8V8Y8_2_X8R8G8B8_single;
+
     vexlor_scale_span_fn scale_opaque_nofilt_32;
     vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8;
@@ -72,8 +79,9 @@ enum class Set { baseline, avx2, avx512 };
 // The table of a set; null when it was not built or this processor cannot run it.
 const Kernels* kernels_of(Set set);
 
-// The table of the best set.
+// The table of the best set, and null where that is the baseline.
 const Kernels& kernels();
+const Kernels* wider_kernels();
 
 // Defined by the file of each set.
 extern const Kernels baseline_kernels;

@@ -40,11 +40,14 @@ constexpr const Kernels* table_of(Set set) { return tables[static_cast<u32>(set)
 
 const Kernels* vexlor::kernels_of(Set set) { return runs(set) ? table_of(set) : nullptr; }
 
+const Kernels* vexlor::wider_kernels()
+{
+    const Kernels* const best = kernels_of(Set::avx512);
+    return best ? best : kernels_of(Set::avx2);
+}
+
 const Kernels& vexlor::kernels()
 {
-    if (const Kernels* best = kernels_of(Set::avx512))
-        return *best;
-    if (const Kernels* best = kernels_of(Set::avx2))
-        return *best;
-    return baseline_kernels;
+    const Kernels* const wider = wider_kernels();
+    return wider ? *wider : baseline_kernels;
 }

@@ -4,7 +4,9 @@
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
 #include "isa/kernels.h"
+#include "row/memory_kernels.h"
 #include "row/yuv_kernels.h"
+#include "row/yuv_single.h"
 #include "scale/lerp_kernels.h"
 #include "scale/span_kernels.h"
 
@@ -12,16 +14,18 @@ namespace vexlor {
 namespace {
 
 constexpr Kernels table = {
+    .set_words = set_words,
+    .copy_rows_streaming = copy_rows_streaming,
     .fill_blend_over_8888 = fill_blend_over_8888,
     .fill_blend_over_aone_8888 = fill_blend_over_aone_8888,
     .fill_blend_over_arepl_8888 = fill_blend_over_arepl_8888,
     .copy_opaque_aone_8888 = copy_opaque_aone_8888,
-    .copy_blend_over_src_8888 = src<Straight, Blended>,
-    .copy_blend_over_src_aone_8888 = src<Straight, Opaque>,
-    .copy_blend_over_src_arepl_8888 = src<Straight, Replaced>,
-    .copy_blend_over_src_pre_8888 = src<Premultiplied, Blended>,
-    .copy_blend_over_src_pre_aone_8888 = src<Premultiplied, Opaque>,
-    .copy_blend_over_src_pre_arepl_8888 = src<Premultiplied, Replaced>,
+    .copy_blend_over_src_8888 = src_row<Straight, Blended>,
+    .copy_blend_over_src_aone_8888 = src_row<Straight, Opaque>,
+    .copy_blend_over_src_arepl_8888 = src_row<Straight, Replaced>,
+    .copy_blend_over_src_pre_8888 = src_row<Premultiplied, Blended>,
+    .copy_blend_over_src_pre_aone_8888 = src_row<Premultiplied, Opaque>,
+    .copy_blend_over_src_pre_arepl_8888 = src_row<Premultiplied, Replaced>,
     .copy_blend_over_gbl_8888 = gbl_plain<Straight>,
     .copy_blend_over_gbl_aone_8888 = gbl_aone<Straight>,
     .copy_blend_over_gbl_arepl_8888 = gbl_arepl<Straight>,
@@ -30,12 +34,12 @@ constexpr Kernels table = {
     .copy_blend_over_gbl_pre_arepl_8888 = gbl_arepl<Premultiplied>,
     .copy_blend_over_gbl_565 = copy_blend_over_gbl_565,
     .copy_test_8888 = copy_test_8888,
-    .copy_blend_over_gbl_Y8V8Y8U8 = yuv_over_yuv<Y8V8Y8U8>,
-    .copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8 = yuv_over_rgb<Y8V8Y8U8, X8R8G8B8>,
-    .copy_blend_over_gbl_Y8V8Y8U8_2_B8G8R8A8 = yuv_over_rgb<Y8V8Y8U8, B8G8R8X8>,
-    .copy_blend_over_gbl_U8Y8V8Y8 = yuv_over_yuv<U8Y8V8Y8>,
-    .copy_blend_over_gbl_U8Y8V8Y8_2_A8R8G8B8 = yuv_over_rgb<U8Y8V8Y8, X8R8G8B8>,
-    .copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8 = yuv_over_rgb<U8Y8V8Y8, B8G8R8X8>,
+    .copy_blend_over_gbl_Y8V8Y8U8 = yuv_over_yuv_by<Y8V8Y8U8>,
+    .copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8 = yuv_over_rgb_by<Y8V8Y8U8, X8R8G8B8>,
+    .copy_blend_over_gbl_Y8V8Y8U8_2_B8G8R8A8 = yuv_over_rgb_by<Y8V8Y8U8, B8G8R8X8>,
+    .copy_blend_over_gbl_U8Y8V8Y8 = yuv_over_yuv_by<U8Y8V8Y8>,
+    .copy_blend_over_gbl_U8Y8V8Y8_2_A8R8G8B8 = yuv_over_rgb_by<U8Y8V8Y8, X8R8G8B8>,
+    .copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8 = yuv_over_rgb_by<U8Y8V8Y8, B8G8R8X8>,
     .Y8V8Y8U8_2_X8R8G8B8 = decode_row<Y8V8Y8U8, X8R8G8B8>,
     .Y8V8Y8U8_2_B8G8R8X8 = decode_row<Y8V8Y8U8, B8G8R8X8>,
     .U8Y8V8Y8_2_X8R8G8B8 = decode_row<U8Y8V8Y8, X8R8G8B8>,
@@ -44,6 +48,8 @@ constexpr Kernels table = {
     .B8G8R8X8_2_Y8V8Y8U8 = encode_row<B8G8R8X8, Y8V8Y8U8>,
     .X8R8G8B8_2_U8Y8V8Y8 = encode_row<X8R8G8B8, U8Y8V8Y8>,
     .B8G8R8X8_2_U8Y8V8Y8 = encode_row<B8G8R8X8, U8Y8V8Y8>,
+    .Y8V8Y8U8_2_X8R8G8B8_single = decode_row_single<Y8V8Y8U8>,
+    .U8Y8V8Y8_2_X8R8G8B8_single = decode_row_single<U8Y8V8Y8>,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
     .scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, X8R8G8B8>,

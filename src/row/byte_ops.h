@@ -7,12 +7,16 @@
 namespace vexlor {
 namespace {
 
-#if defined(__SSSE3__)
+#if defined(__SSE2__)
 
+#if defined(__SSSE3__)
 inline __m128i multiply_add_bytes(__m128i a, __m128i b)
 {
     return _mm_maddubs_epi16(a, b);
 } // unsigned a, signed b
+inline __m128i shuffle_bytes(__m128i a, __m128i order) { return _mm_shuffle_epi8(a, order); }
+#endif
+inline void stream(void* at, __m128i v) { _mm_stream_si128(static_cast<__m128i*>(at), v); }
 inline __m128i add_neighbours(__m128i a) { return _mm_madd_epi16(a, _mm_set1_epi16(1)); }
 inline __m128i add_saturated(__m128i a, __m128i b) { return _mm_adds_epi16(a, b); }
 inline __m128i subtract_saturated(__m128i a, __m128i b) { return _mm_subs_epi16(a, b); }
@@ -22,13 +26,13 @@ inline __m128i zip_bytes_low(__m128i a, __m128i b) { return _mm_unpacklo_epi8(a,
 inline __m128i zip_bytes_high(__m128i a, __m128i b) { return _mm_unpackhi_epi8(a, b); }
 inline __m128i zip_words_low(__m128i a, __m128i b) { return _mm_unpacklo_epi16(a, b); }
 inline __m128i zip_words_high(__m128i a, __m128i b) { return _mm_unpackhi_epi16(a, b); }
-inline __m128i shuffle_bytes(__m128i a, __m128i order) { return _mm_shuffle_epi8(a, order); }
 
 #if defined(__AVX2__)
 inline __m256i multiply_add_bytes(__m256i a, __m256i b)
 {
     return _mm256_maddubs_epi16(a, b);
 } // unsigned a, signed b
+inline void stream(void* at, __m256i v) { _mm256_stream_si256(static_cast<__m256i*>(at), v); }
 inline __m256i add_neighbours(__m256i a) { return _mm256_madd_epi16(a, _mm256_set1_epi16(1)); }
 inline __m256i add_saturated(__m256i a, __m256i b) { return _mm256_adds_epi16(a, b); }
 inline __m256i subtract_saturated(__m256i a, __m256i b) { return _mm256_subs_epi16(a, b); }
@@ -49,6 +53,7 @@ inline __m512i multiply_add_bytes(__m512i a, __m512i b)
 {
     return _mm512_maddubs_epi16(a, b);
 } // unsigned a, signed b
+inline void stream(void* at, __m512i v) { _mm512_stream_si512(at, v); }
 inline __m512i add_neighbours(__m512i a) { return _mm512_madd_epi16(a, _mm512_set1_epi16(1)); }
 inline __m512i add_saturated(__m512i a, __m512i b) { return _mm512_adds_epi16(a, b); }
 inline __m512i subtract_saturated(__m512i a, __m512i b) { return _mm512_subs_epi16(a, b); }
@@ -78,6 +83,11 @@ template <> struct Native<64> {
     using Type = __m512i;
 };
 #endif
+
+template <class V> inline typename Native<sizeof(V)>::Type native(V v)
+{
+    return reinterpret_cast<typename Native<sizeof(V)>::Type>(v);
+}
 
 // The bytes of an order of shuffle_bytes, repeated for each of four 32-bit units.
 inline __m128i unit_order(u32 a, u32 b, u32 c, u32 d)

@@ -1,5 +1,5 @@
 // Memory routines for rows of 16- and 32-bit pixels, in words and 16-bit units.
-#include "base.h"
+#include "isa/kernels.h"
 
 #include <string.h>
 
@@ -22,8 +22,15 @@ void vexlor_memcpy_x86(void* dst, const void* src, uint32_t bytes)
 {
     auto* to = static_cast<u8*>(dst);
     auto* from = static_cast<const u8*>(src);
-    copy_units<u32>(to, from, bytes / 4);
-    copy_units<u16>(to, from, bytes % 4); // as many units as bytes are left: 2 bytes copy 4
+    const u32 words = bytes / 4, units = bytes % 4; // as many units as bytes are left: 2 bytes copy 4
+    const uintptr_t copied = uintptr_t{words} * 4 + uintptr_t{units} * 2;
+    // Only a destination that begins within the source smears.
+    if (reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src) >= copied) {
+        memmove(dst, src, copied);
+        return;
+    }
+    copy_units<u32>(to, from, words);
+    copy_units<u16>(to, from, units);
 }
 
 void vexlor_memmove(void* dst, const void* src, uint32_t bytes) { memmove(dst, src, bytes); }
@@ -39,10 +46,9 @@ void vexlor_memset(void* dst, uint32_t value, uint32_t bytes)
         to += 2;
         bytes = bytes > 2 ? bytes - 2 : 0;
     }
-    for (; bytes > 3; bytes -= 4, to += 4)
-        store(to, value);
-    if (bytes != 0)
-        store(to, low);
+    kernels().set_words(to, value, bytes / 4);
+    if (bytes % 4 != 0)
+        store(to + (bytes - bytes % 4), low);
 }
 
 void vexlor_memcpy(void* dst, const void* src, uint32_t bytes)

@@ -3,7 +3,8 @@
 // loop.
 #pragma once
 
-#include "row/lanes.h"
+#include "row/byte_ops.h"
+#include "row/cover.h"
 
 namespace vexlor {
 namespace {
@@ -42,27 +43,37 @@ template <class Mix, class Word> constexpr Word blend(Word s, Word d, Word f)
     return Mix::mix(low_bytes(s), low_bytes(d), f) | Mix::mix(low_bytes(s >> 8), low_bytes(d >> 8), f) << 8;
 }
 
-// Sources: the pixel at i, and a vector of pixels from i on.
+// Sources: the pixel at i, a vector of pixels from i on, and a vector whose first bytes alone are pixels.
 struct Row {
     const void* row;
-    u32 operator[](u32 i) const { return pixels<u32>(i); }
-    template <class Pixels> Pixels pixels(u32 i) const { return load<Pixels>(moved(row, uintptr_t{i} * 4)); }
+    const void* at(u32 i) const { return moved(row, uintptr_t{i} * 4); }
+    u32 operator[](u32 i) const { return load<u32>(at(i)); }
+    template <class Pixels> Pixels pixels(u32 i) const { return load<Pixels>(at(i)); }
+    template <u32 Bytes, class Pixels> Pixels part(u32 i) const { return load_part<Bytes, Pixels>(at(i)); }
 };
 struct Solid {
     u32 color;
     u32 operator[](u32) const { return color; }
     template <class Pixels> Pixels pixels(u32) const { return Pixels{} + color; }
+    template <u32 Bytes, class Pixels> Pixels part(u32) const { return Pixels{} + color; }
 };
 
 // Weights: of a pixel, and of both 16-bit halves of each pixel of a vector.
 struct PixelAlpha {
-    u32 shift;
+    u32 shift; // of vectors: that of a whole byte
     u32 operator()(u32 s) const { return factor(s >> shift & 0xFF); }
     template <class Pixels> Pixels halves(Pixels s) const
     {
+#if defined(__SSSE3__)
+        const u32 byte = shift / 8, zero = 0x80;
+        const auto a = reinterpret_cast<typename Vector<sizeof(Pixels)>::U16>(
+            shuffle_bytes(native(s), unit_order(byte, zero, byte, zero)));
+        return reinterpret_cast<Pixels>(a + 1 + reinterpret_cast<decltype(a)>(a == 0));
+#else
         const Pixels a = s >> shift & 0xFF;
         const Pixels f = a - reinterpret_cast<Pixels>(a != 0);
         return f | f << 16;
+#endif
     }
 };
 struct Constant {
@@ -70,6 +81,8 @@ struct Constant {
     u32 operator()(u32) const { return f; }
     template <class Pixels> Pixels halves(Pixels) const { return Pixels{} + f * 0x10001; }
 };
+// 1 to 255: what is left of 256 fits a byte too.
+struct ConstantByte : Constant {};
 
 // Alpha rules, from the blended pixel and the source pixel or from vectors of them.
 struct Blended {
@@ -94,67 +107,76 @@ struct ClearedThenOred {
 // from each other, and cannot in lanes of their own; premultiplied ones must.
 template <class Mix, u32 Bytes>
 inline typename Vector<Bytes>::U32 blend_vector(typename Vector<Bytes>::U32 s, typename Vector<Bytes>::U32 d,
-                                                typename Vector<Bytes>::U32 factors)
+                                                auto weight)
 {
     using U32 = typename Vector<Bytes>::U32;
-    if constexpr (__is_same(Mix, Premultiplied)) {
+    using U16 = typename Vector<Bytes>::U16;
+#if defined(__SSSE3__)
+    // s * f + d * (256 - f) of every byte: one product of unsigned weights and bytes that a bias makes signed.
+    if constexpr (__is_same(Mix, Straight) && __is_same(decltype(weight), ConstantByte)) {
+        const auto weights = native(U32{} + (weight.f | (256 - weight.f) << 8) * 0x10001);
+        const auto biased_s = native(s ^ 0x80808080), biased_d = native(d ^ 0x80808080);
+        using I16 = typename Vector<Bytes>::I16;
+        const auto low =
+            reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_low(biased_s, biased_d)));
+        const auto high =
+            reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_high(biased_s, biased_d)));
+        return reinterpret_cast<U32>(pack_signed(native(low >> 8), native(high >> 8))) ^ 0x80808080;
+    } else
+#endif
+        if constexpr (__is_same(Mix, Premultiplied)) {
         using Pairs = typename Vector<Bytes>::Pairs;
-        return blend<Mix>(Pairs{s}, Pairs{d}, Pairs{factors}).v;
+        return blend<Mix>(Pairs{s}, Pairs{d}, Pairs{weight.halves(s)}).v;
     } else {
         // The odd channels' products stay where they are: shifted down and up again they would lose what the
         // mask takes anyway.
-        using U16 = typename Vector<Bytes>::U16;
         const auto word = [](U32 v) { return reinterpret_cast<U16>(v); };
-        const U16 f = word(factors), even_d = word(d) & 0xFF;
+        const U16 f = word(weight.halves(s)), even_d = word(d) & 0xFF;
         const U16 even = ((((word(s) & 0xFF) - even_d) * f) >> 8) + even_d;
         const U16 odd = ((word(s) >> 8) - (word(d) >> 8)) * f + (word(d) & 0xFF00);
         return (reinterpret_cast<U32>(even) & lanes) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
 }
 
-// Blends whole vectors from pixel i on, and returns how far it came.
-template <class Mix, u32 Bytes>
-inline u32 over_vectors(auto source, u32* dst, u32 i, u32 count, auto weight, auto alpha)
+template <class Mix> inline void over_pixels(auto source, u32* dst, u32 count, auto weight, auto alpha)
 {
-    using Pixels = typename Vector<Bytes>::U32;
-    for (; count - i >= Vector<Bytes>::pixels; i += Vector<Bytes>::pixels) {
-        const auto s = source.template pixels<Pixels>(i);
-        const auto d = load<Pixels>(dst + i);
-        store(dst + i, alpha(blend_vector<Mix, Bytes>(s, d, weight.halves(s)), s));
-    }
-    return i;
-}
-
-template <class Mix> inline void over_pixels(auto source, u32* dst, u32 i, u32 count, auto weight, auto alpha)
-{
-    for (; i < count; ++i) {
+    for (u32 i = 0; i < count; ++i) {
         const u32 s = source[i];
         store(dst + i, alpha(blend<Mix>(s, load<u32>(dst + i), weight(s)), s));
     }
 }
 
-template <class Mix> inline void over_lanes(auto source, u32* dst, u32 count, auto weight, auto alpha)
+template <class Mix> inline void over_vectors(auto source, u32* dst, u32 count, auto weight, auto alpha)
 {
-    u32 i = 0;
-    if constexpr (vector_bytes > 16)
-        i = over_vectors<Mix, vector_bytes>(source, dst, i, count, weight, alpha);
-    if constexpr (vector_bytes != 0)
-        i = over_vectors<Mix, 16>(source, dst, i, count, weight, alpha);
-    over_pixels<Mix>(source, dst, i, count, weight, alpha);
+#if defined(__SSE2__)
+    const auto make = [=](auto vector, u32 i) {
+        const auto s = vector.units(source, i);
+        return alpha(blend_vector<Mix, vector.bytes>(s, vector.load(dst + i), weight), s);
+    };
+    cover<4>(count, make, [=](auto vector, u32 i, auto made) { vector.store(dst + i, made); });
+#else
+    over_pixels<Mix>(source, dst, count, weight, alpha);
+#endif
 }
 
+// Vectors take their weights from whole bytes.
 template <class Mix> inline void over(auto source, u32* dst, u32 count, PixelAlpha weight, auto alpha)
 {
-    over_lanes<Mix>(source, dst, count, weight, alpha);
+    if (weight.shift % 8 == 0)
+        over_vectors<Mix>(source, dst, count, weight, alpha);
+    else
+        over_pixels<Mix>(source, dst, count, weight, alpha);
 }
 
 // One factor for the row. Beyond 256 its products need the whole word.
 template <class Mix> inline void over(auto source, u32* dst, u32 count, Constant weight, auto alpha)
 {
-    if (weight.f <= 256)
-        over_lanes<Mix>(source, dst, count, weight, alpha);
+    if (weight.f - 1 < 255) // 1 to 255
+        over_vectors<Mix>(source, dst, count, ConstantByte{weight}, alpha);
+    else if (weight.f <= 256)
+        over_vectors<Mix>(source, dst, count, weight, alpha);
     else
-        over_pixels<Mix>(source, dst, 0, count, weight, alpha);
+        over_pixels<Mix>(source, dst, count, weight, alpha);
 }
 
 constexpr u32 shift_count(u32 shift) { return shift & 31; }

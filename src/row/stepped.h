@@ -35,8 +35,12 @@ struct Stepped {
             if (by < 0x8000000) // no lane's position wraps
                 return gather(unit(first), index);
         }
-        Pixels v;
-        for (u32 k = 0; k < lanes_wide; ++k)
+        return part<sizeof(Pixels), Pixels>(i);
+    }
+    template <u32 Bytes, class Pixels> Pixels part(u32 i) const
+    {
+        Pixels v = {};
+        for (u32 k = 0; k < Bytes / 4; ++k)
             v[k] = (*this)[i + k];
         return v;
     }

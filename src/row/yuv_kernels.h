@@ -7,99 +7,115 @@
 namespace vexlor {
 namespace {
 
-// Calls vectors(pair) for as many whole vectors of pairs as there are, widest first, then one(pair) for the rest.
-// vectors takes the vector's bytes as a constant.
-template <u32 Bytes> struct Wide {
-    static constexpr u32 bytes = Bytes;
-    static constexpr i32 pairs = static_cast<i32>(Bytes / 4);
-};
-inline void for_pairs(i32 count, auto vectors, auto one)
+// make(vector, pair) and put(vector, pair, made) take whole vectors of pairs or a part of one; without vectors, pairs go
+// one by one through one(pair).
+inline void for_pairs(i32 count, [[maybe_unused]] auto make, [[maybe_unused]] auto put,
+                      [[maybe_unused]] auto one)
 {
-    i32 i = 0;
-    const i32 pairs = whole_pairs(count);
-    if constexpr (vector_bytes > 16)
-        for (; pairs - i >= Wide<vector_bytes>::pairs; i += Wide<vector_bytes>::pairs)
-            vectors(Wide<vector_bytes>{}, i);
-    if constexpr (vector_bytes != 0)
-        for (; pairs - i >= Wide<16>::pairs; i += Wide<16>::pairs)
-            vectors(Wide<16>{}, i);
-    for (; i < pairs; ++i)
+    if (count < 2)
+        return;
+#if defined(__SSE2__)
+    const auto at = [](u32 i) { return static_cast<i32>(i); };
+    cover<4>(
+        static_cast<u32>(whole_pairs(count)), [=](auto vector, u32 i) { return make(vector, at(i)); },
+        [=](auto vector, u32 i, auto made) { put(vector, at(i), made); });
+#else
+    for (i32 i = 0; i < whole_pairs(count); ++i)
         one(i);
+#endif
 }
+
+// The vectors of pairs and pixels that a vector of units stands for.
+template <class Units> using PairsOf = PairVector<Units::bytes>;
 
 template <class Yuv, class Rgb> void decode_row(const void* src, void* dst, i32 count)
 {
-    const auto vectors = [=](auto wide, i32 i) {
-        using V = PairVector<wide.bytes>;
-        const auto pixels = V::template decode<Yuv, Rgb>(load<typename V::U32>(pair_at(src, i)));
-        store(left_pixel_at(dst, i), pixels.low);
-        store(left_pixel_at(dst, i + wide.pairs / 2), pixels.high);
-    };
-    for_pairs(count, vectors,
-              [=](i32 i) { store_pixels(dst, i, decode<Yuv, Rgb>(load<u32>(pair_at(src, i)))); });
+    for_pairs(
+        count,
+        [=](auto vector, i32 i) {
+            return PairsOf<decltype(vector)>::template decode<Yuv, Rgb>(vector.load(pair_at(src, i)));
+        },
+        [=](auto vector, i32 i, auto pixels) { vector.store_twice(left_pixel_at(dst, i), pixels); },
+        [=](i32 i) { store_pixels(dst, i, decode<Yuv, Rgb>(load<u32>(pair_at(src, i)))); });
 }
 
 template <class Rgb, class Yuv> void encode_row(const void* src, void* dst, i32 count)
 {
-    const auto vectors = [=](auto wide, i32 i) {
-        using V = PairVector<wide.bytes>;
-        using U32 = typename V::U32;
-        const U32 first = load<U32>(left_pixel_at(src, i));
-        const U32 second = load<U32>(left_pixel_at(src, i + wide.pairs / 2));
-        store(pair_at(dst, i), V::template encode<Rgb, Yuv>(first, second));
-    };
-    for_pairs(count, vectors, [=](i32 i) { store(pair_at(dst, i), encode<Rgb, Yuv>(load_pixels(src, i))); });
+    for_pairs(
+        count,
+        [=](auto vector, i32 i) {
+            const auto pixels = vector.load_twice(left_pixel_at(src, i));
+            return PairsOf<decltype(vector)>::template encode<Rgb, Yuv>(pixels);
+        },
+        [=](auto vector, i32 i, auto pairs) { vector.store(pair_at(dst, i), pairs); },
+        [=](i32 i) { store(pair_at(dst, i), encode<Rgb, Yuv>(load_pixels(src, i))); });
 }
 
 // The blend itself is always that of 32-bit pixels.
-inline PixelPair blend_pixels(PixelPair s, PixelPair d, u32 g)
+inline PixelPair blend_pixels(PixelPair s, PixelPair d, Constant g)
 {
-    return {blend<Straight>(s.left, d.left, g), blend<Straight>(s.right, d.right, g)};
+    return {blend<Straight>(s.left, d.left, g.f), blend<Straight>(s.right, d.right, g.f)};
 }
 
-template <u32 Bytes>
-inline typename Vector<Bytes>::U32 blend_pixels(typename Vector<Bytes>::U32 s, typename Vector<Bytes>::U32 d,
-                                                u32 g)
+#if defined(__SSE2__)
+template <class Pixels> inline Twice<Pixels> blend_pixels(Twice<Pixels> s, Twice<Pixels> d, auto g)
 {
-    return blend_vector<Straight, Bytes>(s, d, Constant{g}.halves(s));
+    const auto over = [=](Pixels a, Pixels b) { return blend_vector<Straight, sizeof(Pixels)>(a, b, g); };
+    return {over(s.low, d.low), over(s.high, d.high)};
+}
+#endif
+
+// Calls blended(weight) with the kind of weight that g is.
+inline void with_weight(u32 g, auto blended)
+{
+    if (g - 1 < 255)
+        blended(ConstantByte{{g}});
+    else
+        blended(Constant{g});
 }
 
-template <class Yuv, class Rgb> void yuv_over_rgb(const void* src, void* dst, i32 count, u32 g)
+template <class Yuv, class Rgb> void yuv_over_rgb(const void* src, void* dst, i32 count, auto g)
 {
-    const auto vectors = [=](auto wide, i32 i) {
-        using V = PairVector<wide.bytes>;
-        using U32 = typename V::U32;
-        const auto s = V::template decode<Yuv, Rgb>(load<U32>(pair_at(src, i)));
-        void* const first = left_pixel_at(dst, i);
-        void* const second = left_pixel_at(dst, i + wide.pairs / 2);
-        store(first, blend_pixels<wide.bytes>(s.low, load<U32>(first), g));
-        store(second, blend_pixels<wide.bytes>(s.high, load<U32>(second), g));
-    };
-    const auto one = [=](i32 i) {
-        const PixelPair s = decode<Yuv, Rgb>(load<u32>(pair_at(src, i)));
-        store_pixels(dst, i, blend_pixels(s, load_pixels(dst, i), g));
-    };
-    for_pairs(count, vectors, one);
+    for_pairs(
+        count,
+        [=](auto vector, i32 i) {
+            const auto s = PairsOf<decltype(vector)>::template decode<Yuv, Rgb>(vector.load(pair_at(src, i)));
+            return blend_pixels(s, vector.load_twice(left_pixel_at(dst, i)), g);
+        },
+        [=](auto vector, i32 i, auto pixels) { vector.store_twice(left_pixel_at(dst, i), pixels); },
+        [=](i32 i) {
+            const PixelPair s = decode<Yuv, Rgb>(load<u32>(pair_at(src, i)));
+            store_pixels(dst, i, blend_pixels(s, load_pixels(dst, i), g));
+        });
 }
 
 // A YUV destination goes through RGB and back; either order of bytes in between gives the same.
-template <class Yuv> void yuv_over_yuv(const void* src, void* dst, i32 count, u32 g)
+template <class Yuv> void yuv_over_yuv(const void* src, void* dst, i32 count, auto g)
 {
     using Rgb = X8R8G8B8;
-    const auto vectors = [=](auto wide, i32 i) {
-        using V = PairVector<wide.bytes>;
-        using U32 = typename V::U32;
-        const auto s = V::template decode<Yuv, Rgb>(load<U32>(pair_at(src, i)));
-        const auto d = V::template decode<Yuv, Rgb>(load<U32>(pair_at(dst, i)));
-        store(pair_at(dst, i), V::template encode<Rgb, Yuv>(blend_pixels<wide.bytes>(s.low, d.low, g),
-                                                            blend_pixels<wide.bytes>(s.high, d.high, g)));
-    };
-    const auto one = [=](i32 i) {
-        const PixelPair s = decode<Yuv, Rgb>(load<u32>(pair_at(src, i)));
-        const PixelPair d = decode<Yuv, Rgb>(load<u32>(pair_at(dst, i)));
-        store(pair_at(dst, i), encode<Rgb, Yuv>(blend_pixels(s, d, g)));
-    };
-    for_pairs(count, vectors, one);
+    for_pairs(
+        count,
+        [=](auto vector, i32 i) {
+            using Pairs = PairsOf<decltype(vector)>;
+            const auto s = Pairs::template decode<Yuv, Rgb>(vector.load(pair_at(src, i)));
+            const auto d = Pairs::template decode<Yuv, Rgb>(vector.load(pair_at(dst, i)));
+            return Pairs::template encode<Rgb, Yuv>(blend_pixels(s, d, g));
+        },
+        [=](auto vector, i32 i, auto pairs) { vector.store(pair_at(dst, i), pairs); },
+        [=](i32 i) {
+            const PixelPair s = decode<Yuv, Rgb>(load<u32>(pair_at(src, i)));
+            const PixelPair d = decode<Yuv, Rgb>(load<u32>(pair_at(dst, i)));
+            store(pair_at(dst, i), encode<Rgb, Yuv>(blend_pixels(s, d, g)));
+        });
+}
+
+template <class Yuv, class Rgb> void yuv_over_rgb_by(const void* src, void* dst, i32 count, u32 g)
+{
+    with_weight(g, [=](auto weight) { yuv_over_rgb<Yuv, Rgb>(src, dst, count, weight); });
+}
+template <class Yuv> void yuv_over_yuv_by(const void* src, void* dst, i32 count, u32 g)
+{
+    with_weight(g, [=](auto weight) { yuv_over_yuv<Yuv>(src, dst, count, weight); });
 }
 
 } // namespace

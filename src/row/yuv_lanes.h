@@ -2,6 +2,7 @@
 #pragma once
 
 #include "row/byte_ops.h"
+#include "row/cover.h"
 #include "row/yuv.h"
 
 namespace vexlor {
@@ -16,10 +17,7 @@ template <u32 Bytes> struct PairVector {
     using U32 = typename Vector<Bytes>::U32;
     using I16 = typename Vector<Bytes>::I16;
 
-    // Two vectors of pixels, in the order of the row.
-    struct Twice {
-        U32 low, high;
-    };
+    using Pixels = Twice<U32>;
 
     // zip works within 128-bit lanes. Quarters swapped beforehand come out in order; and after unzip, swapped again.
     static U32 in_zip_order(U32 v)
@@ -45,7 +43,7 @@ template <u32 Bytes> struct PairVector {
         return in_zip_order(v);
     }
     // Every second pixel of two vectors, still within 128-bit lanes: the left ones of pairs, and the right ones.
-    static Twice unzip(U32 a, U32 b)
+    static Pixels unzip(U32 a, U32 b)
     {
 #if defined(__AVX512BW__)
         if constexpr (Bytes == 64) {
@@ -104,7 +102,7 @@ template <u32 Bytes> struct PairVector {
     }
     static U32 sum_of_unit(Lanes a, Lanes b) { return words(add_neighbours(multiply_add_bytes(a, b))); }
 
-    template <class Yuv, class Rgb> static Twice decode(U32 pairs)
+    template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
     {
         const auto biased = lanes_of(in_zip_order(pairs) ^ 0x80808080);
         constexpr u32 y0 = Yuv::y0 / 8, y1 = Yuv::y1 / 8, u = Yuv::u / 8, v = Yuv::v / 8;
@@ -122,10 +120,10 @@ template <u32 Bytes> struct PairVector {
         return {words(zip_words_low(low, high)), words(zip_words_high(low, high))};
     }
 
-    template <class Rgb, class Yuv> static U32 encode(U32 first, U32 second)
+    template <class Rgb, class Yuv> static U32 encode(Pixels pixels)
     {
-        const Twice y = unzip(luma<Rgb>(first), luma<Rgb>(second));
-        const auto left = lanes_of(unzip(first, second).low);
+        const Pixels y = unzip(luma<Rgb>(pixels.low), luma<Rgb>(pixels.high));
+        const auto left = lanes_of(unzip(pixels.low, pixels.high).low);
         const U32 u = sum_of_unit(left, weights<Rgb>(-38, -74, 112)) + 128 * 256;
         const U32 v = sum_of_unit(left, weights<Rgb>(112, -94, -18)) + 128 * 256;
         return from_zip_order((y.low >> 8 & 0xFF) << Yuv::y0 | (y.high >> 8 & 0xFF) << Yuv::y1 |
@@ -140,7 +138,7 @@ template <u32 Bytes> struct PairVector {
 
     // The coefficients are split so that everything fits 16 bits: 298 = 256 + 42, 409 = 256 + 153, 208 = 256 - 48,
     // 516 = 512 + 4.
-    template <class Yuv, class Rgb> static Twice decode(U32 pairs)
+    template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
     {
         const U32 us = pairs >> Yuv::u & 0xFF, vs = pairs >> Yuv::v & 0xFF;
         const I16 c = halves(pairs >> Yuv::y0 & 0x00FF00FF) - 16;
@@ -153,11 +151,11 @@ template <u32 Bytes> struct PairVector {
     }
 
     // Sums of luma reach 56228, and are unsigned; those of chroma are signed.
-    template <class Rgb, class Yuv> static U32 encode(U32 first, U32 second)
+    template <class Rgb, class Yuv> static U32 encode(Pixels pixels)
     {
-        const Twice pixels = unzip(first, second);
+        const Pixels sides = unzip(pixels.low, pixels.high);
         const auto both = [&](u32 shift) {
-            return reinterpret_cast<U16>((pixels.low >> shift & 0xFF) | (pixels.high >> shift & 0xFF) << 16);
+            return reinterpret_cast<U16>((sides.low >> shift & 0xFF) | (sides.high >> shift & 0xFF) << 16);
         };
         const U16 r = both(Rgb::r), g = both(Rgb::g), b = both(Rgb::b);
         const U16 y = ((r * 66 + g * 129 + b * 25 + 128) >> 8) + 16;
@@ -165,7 +163,7 @@ template <u32 Bytes> struct PairVector {
         const I16 v = (halves(words(r * 112 - g * 94 - b * 18)) >> 8) + 128;
         return words(y) << Yuv::y0 | (words(u) & 0xFF) << Yuv::u | (words(v) & 0xFF) << Yuv::v;
     }
-    static Twice zip(U16 a, U16 b)
+    static Pixels zip(U16 a, U16 b)
     {
         const auto x = reinterpret_cast<__m128i>(a), y = reinterpret_cast<__m128i>(b);
         return {words(_mm_unpacklo_epi16(x, y)), words(_mm_unpackhi_epi16(x, y))};

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "row/over.h"
-#include "row/rgb565.h"
+#include "row/over565.h"
 
 namespace vexlor {
 namespace {
@@ -15,23 +15,14 @@ template <class Mix, class Alpha> void lerp(u32* dst, const u32* src, u32 count,
     over<Mix>(Row{src}, dst, count, PixelAlpha{shift_count(src_shift)}, Alpha{alpha_shift});
 }
 
-inline void over_565(u16* dst, const u16* src, u32 count, u32 shift, auto mix)
-{
-    const PixelAlpha weight{shift_count(shift)};
-    for (u32 i = 0; i < count; ++i) {
-        const u32 s = load<u16>(src + i);
-        store(dst + i, static_cast<u16>(mix(s, u32{load<u16>(dst + i)}, weight(s))));
-    }
-}
-
 inline void lerp_565_row(u16* dst, const u16* src, u32 count, u32 shift)
 {
-    over_565(dst, src, count, shift, [](u32 s, u32 d, u32 w) { return lerp_565(d, s, w); });
+    over_565<Lerp565>(src, dst, count, PixelAlpha{shift_count(shift)});
 }
 
 inline void lerp_pre_565_row(u16* dst, const u16* src, u32 count, u32 shift)
 {
-    over_565(dst, src, count, shift, [](u32 s, u32 d, u32 w) { return premultiplied_565(s, d, w); });
+    over_565<Premultiplied565>(src, dst, count, PixelAlpha{shift_count(shift)});
 }
 
 } // namespace

@@ -32,5 +32,12 @@ inline bool overlap(const Rect& a, const vexlor_surface_desc& a_surface, const R
            a.x < wrapping_add(b.x, b.w) && b.y < wrapping_add(a.y, a.h) && a.y < wrapping_add(b.y, b.h);
 }
 
+// Whether two runs of bytes have none in common.
+inline bool are_apart(const u8* a, u64 a_bytes, const u8* b, u64 b_bytes)
+{
+    const u64 first = reinterpret_cast<uintptr_t>(a), second = reinterpret_cast<uintptr_t>(b);
+    return first < second ? second - first >= a_bytes : first - second >= b_bytes;
+}
+
 } // namespace
 } // namespace vexlor
