@@ -3,6 +3,7 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
+#include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/yuv_kernels.h"
 #include "scale/lerp_kernels.h"
@@ -64,6 +65,14 @@ constexpr Kernels table = {
     .lerp_pre_aone_8888 = lerp<Premultiplied, Opaque>,
     .lerp_565 = lerp_565_row,
     .lerp_pre_565 = lerp_pre_565_row,
+    .mean_across_8888 = mix_across<Pixel8888, Mean>,
+    .linear_across_8888 = mix_across<Pixel8888, Linear>,
+    .mean_across_565 = mix_across<Pixel565, Mean>,
+    .linear_across_565 = mix_across<Pixel565, Linear>,
+    .mean_down_8888 = mix_down<Pixel8888, Mean>,
+    .linear_down_8888 = mix_down<Pixel8888, Linear>,
+    .mean_down_565 = mix_down<Pixel565, Mean>,
+    .linear_down_565 = mix_down<Pixel565, Linear>,
 };
 
 } // namespace

@@ -1,33 +1,13 @@
-// What the filtered scalers share: memory of one call, the filter's parameters, and the walk over destination
-// rows.
+// What the filtered scalers share: the filter's parameters, and the walk over destination rows.
 #pragma once
 
+#include "scale/row_filter.h"
 #include "scale/scale.h"
 
-#include <stdlib.h>
 #include <string.h>
 
 namespace vexlor {
 namespace {
-
-// Memory of one scale call; false where there is none.
-class Buffer {
-public:
-    explicit Buffer(u64 bytes)
-        : memory(bytes != 0 && bytes <= PTRDIFF_MAX ? malloc(static_cast<size_t>(bytes)) : nullptr)
-    {}
-    Buffer(const Buffer&) = delete;
-    Buffer& operator=(const Buffer&) = delete;
-    ~Buffer() { free(memory); }
-    explicit operator bool() const { return memory != nullptr; }
-    template <class T = u8> T* at(u64 bytes = 0) const
-    {
-        return reinterpret_cast<T*>(static_cast<u8*>(memory) + bytes);
-    }
-
-private:
-    void* memory;
-};
 
 inline u64 row_bytes_32(const Scale& s) { return u64{static_cast<u32>(s.to.w)} * 4; }
 
@@ -130,14 +110,28 @@ private:
     Buffer strip;
 };
 
+// Whether filters may find pixels that the call has drawn: they read whole strides, from the row before the rectangle to
+// the one behind it.
+inline bool reads_what_it_draws(const Scale& s)
+{
+    const auto at = [](const u8* place) { return static_cast<i64>(reinterpret_cast<uintptr_t>(place)); };
+    const i64 src_row = s.src.stride, src_pixel = bytes_per_pixel(s.src.format);
+    const i64 dst_row = s.dst.stride, dst_pixel = bytes_per_pixel(s.dst.format);
+    const i64 src = at(s.src.pixels) + (i64{s.from.y} - 1) * src_row;
+    const i64 src_end = src + (i64{s.from.h} + 2) * src_row + (i64{s.from.x} + s.from.w) * src_pixel;
+    const i64 dst = at(s.dst.pixels) + s.to.y * dst_row + s.to.x * dst_pixel;
+    const i64 dst_end = dst + (i64{s.to.h} - 1) * dst_row + s.to.w * dst_pixel;
+    return src < dst_end && dst < src_end;
+}
+
 // One destination row of a filter.
 struct FilteredRow {
     const SeenRows& seen;
-    vexlor_filter_fn filter;
-    const u8 *first, *last, *row, *row_end;
+    RowFilter& filter;
+    FilterPlace place;
     vexlor_filter_params& params;
 
-    void into(void* out) const { filter(first, last, row, row_end, &params, out); }
+    void into(void* out) const { filter(place, params, out); }
 
     // Into the destination itself. Filters find pixels there as they are when each pixel is made, also those that
     // the row has written already; a strip has to show them.
@@ -167,10 +161,11 @@ inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
     const u8* const first = seen(pixel_address(s.src, s.from.x, s.from.y, pixel));
     const u8* const last = moved(first, bytes_of(i64{s.from.h} - 1, s.src.stride) + row_length);
     vexlor_filter_params params = params_of(s, s.src.stride);
+    RowFilter row_filter(filter, params, !reads_what_it_draws(s));
     for_each_row(s, params, [&](const u8* src, u8* dst) {
         const u8* const row = seen(src);
         seen.refresh();
-        store_row(FilteredRow{seen, filter, first, last, row, moved(row, row_length), params}, dst);
+        store_row(FilteredRow{seen, row_filter, {first, last, row, moved(row, row_length)}, params}, dst);
     });
 }
 
