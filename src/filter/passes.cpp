@@ -1,7 +1,7 @@
 // Which passes make up a filter.
 #include "filter/passes.h"
 
-#include "filter/mean_linear.h"
+#include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 
 using namespace vexlor;
@@ -44,6 +44,8 @@ template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, Dow
 {
     return {.taps = 2,
             .value_bytes = sizeof(typename Pixel::Word),
+            .column_bytes = sizeof(u32) + (X::weighs ? sizeof(typename Pixel::Word) : 0),
+            .prepare = prepare_columns<Pixel, X>,
             .find_rows = find_mean_linear_rows<Pixel, X, Y>,
             .across = across,
             .down = down};

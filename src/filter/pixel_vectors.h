@@ -3,6 +3,7 @@
 #pragma once
 
 #include "filter/pixels.h"
+#include "row/byte_ops.h"
 #include "row/permute.h"
 
 namespace vexlor {
@@ -23,9 +24,35 @@ template <u32 Bytes> struct PixelVector<Pixel8888, Bytes> {
         const U16 odd = ((x >> 8) + (y >> 8)) * 127; // its fraction is masked away
         return reinterpret_cast<U32>(even) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
+#if defined(__SSSE3__)
+    // One weight for all, 1 to 255: both weights are bytes, and a bias makes the pixels' bytes signed.
+    struct ByteWeights {
+        typename Native<Bytes>::Type both;
+    };
+    static ByteWeights every_byte(u32 w)
+    {
+        return {reinterpret_cast<typename Native<Bytes>::Type>(Pixels{} + ((256 - w) | w << 8) * 0x10001)};
+    }
+    static Pixels lerp(Pixels a, Pixels b, ByteWeights weights)
+    {
+        using Bits = typename Native<Bytes>::Type;
+        using I16 = typename Vector<Bytes>::I16;
+        const auto x = reinterpret_cast<Bits>(a ^ 0x80808080), y = reinterpret_cast<Bits>(b ^ 0x80808080);
+        const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_low(x, y)));
+        const auto high = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_high(x, y)));
+        return reinterpret_cast<Pixels>(
+                   pack_signed(reinterpret_cast<Bits>(low >> 8), reinterpret_cast<Bits>(high >> 8))) ^
+               0x80808080;
+    }
+#endif
+    // a * (256 - w) + b * w fits 16 bits.
     static Pixels lerp(Pixels a, Pixels b, Pixels weights)
     {
-        return blend_vector<Straight, Bytes>(b, a, weights);
+        const U16 x = reinterpret_cast<U16>(a), y = reinterpret_cast<U16>(b);
+        const U16 w = reinterpret_cast<U16>(weights), rest = 256 - w;
+        const U16 even = ((x & 0xFF) * rest + (y & 0xFF) * w) >> 8;
+        const U16 odd = (x >> 8) * rest + (y >> 8) * w;
+        return reinterpret_cast<U32>(even) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
     static Pixels every(u32 weight) { return Pixels{} + weight * 0x10001; }
 };
@@ -55,6 +82,31 @@ inline Vector<64>::U16 low_halves(Vector<64>::U32 a, Vector<64>::U32 b)
         _mm512_packus_epi32(reinterpret_cast<__m512i>(a & 0xFFFF), reinterpret_cast<__m512i>(b & 0xFFFF));
     return reinterpret_cast<Vector<64>::U16>(
         _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), halves));
+}
+#endif
+#if defined(__AVX2__)
+// Every second unit of two vectors, in order.
+inline Vector<32>::U32 even_units(Vector<32>::U32 a, Vector<32>::U32 b)
+{
+    const auto units = _mm256_shuffle_ps(reinterpret_cast<__m256>(a), reinterpret_cast<__m256>(b), 0x88);
+    return reinterpret_cast<Vector<32>::U32>(
+        _mm256_permute4x64_epi64(reinterpret_cast<__m256i>(units), 0xD8));
+}
+inline Vector<32>::U32 odd_units(Vector<32>::U32 a, Vector<32>::U32 b)
+{
+    const auto units = _mm256_shuffle_ps(reinterpret_cast<__m256>(a), reinterpret_cast<__m256>(b), 0xDD);
+    return reinterpret_cast<Vector<32>::U32>(
+        _mm256_permute4x64_epi64(reinterpret_cast<__m256i>(units), 0xD8));
+}
+#endif
+#if defined(__AVX512BW__)
+inline Vector<64>::U32 even_units(Vector<64>::U32 a, Vector<64>::U32 b)
+{
+    return pick_of_two(a, b, lane_numbers<Vector<64>::U32>() * 2);
+}
+inline Vector<64>::U32 odd_units(Vector<64>::U32 a, Vector<64>::U32 b)
+{
+    return pick_of_two(a, b, lane_numbers<Vector<64>::U32>() * 2 + 1);
 }
 #endif
 template <class U32> inline auto high_halves(U32 a, U32 b) { return low_halves(a >> 16, b >> 16); }
