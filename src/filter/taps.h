@@ -1,24 +1,13 @@
 // The two taps of whole vectors of columns: the pixel of an ascending index along a source row, and the one behind it.
-//
-// Wide vectors pick them from windows of the row, which are read where they lie inside the row. Windows that reach
-// beyond its end come from a copy of the end with the last pixel repeated: there, a tap behind the end finds it. Narrow
-// vectors are put together pixel by pixel.
+// Wide vectors pick them from windows of the row; behind its end, a tap finds the last pixel. Narrow vectors are put
+// together pixel by pixel.
 #pragma once
 
 #include "filter/pixel_vectors.h"
-
-#include <string.h>
+#include "row/windows.h"
 
 namespace vexlor {
 namespace {
-
-template <class Word> struct SourceRow {
-    const u8* start;
-    i64 last; // index of the last pixel
-    const u8* at(i64 index) const { return moved(start, bytes_of(index, sizeof(Word))); }
-    // An index, or the last one.
-    i64 inside(i64 index) const { return index < last ? index : last; }
-};
 
 template <class Pixels> struct TapVectors {
     Pixels left, right;
@@ -35,32 +24,6 @@ constexpr Reach reach_of(i64 step)
            : step == 0x20000 ? Reach::exactly_two
                              : Reach::any;
 }
-
-// Windows of `length` pixels from any pixel up to the last one.
-template <class Word, u32 length> class Windows {
-public:
-    explicit Windows(const SourceRow<Word>& source)
-        : row(source), from(row.last + 1 > length ? row.last + 1 - length : 0)
-    {
-        u32 owned = length;
-        if (row.last + 1 >= length)
-            memcpy(end, row.at(from), sizeof end / 2);
-        else
-            for (owned = 0; owned <= row.last; ++owned)
-                end[owned] = load<Word>(row.at(owned));
-        for (u32 i = owned; i < 2 * length; ++i)
-            end[i] = end[owned - 1];
-    }
-    const u8* operator()(i64 at) const
-    {
-        return at < from ? row.at(at) : reinterpret_cast<const u8*>(end + (at - from));
-    }
-
-private:
-    const SourceRow<Word>& row;
-    i64 from;
-    Word end[2 * length];
-};
 
 template <class U32> inline U32 at_most(U32 a, i64 most)
 {
@@ -129,8 +92,7 @@ private:
         const u8* const window = windows(base);
         if constexpr (reach == Reach::exactly_two)
             return load<U32>(window);
-        const U32 even = pick(load<U32>(window), index >> 1), odd = pick(load<U32>(window + 2), index >> 1);
-        return (index & 1) != 0 ? odd : even;
+        return pick_halves(window, index);
     }
 
     const SourceRow<u16>& row;

@@ -47,6 +47,7 @@ constexpr Kernels table = {
     .B8G8R8X8_2_U8Y8V8Y8 = encode_row<B8G8R8X8, U8Y8V8Y8>,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
+    .scale_opaque_nofilt_565 = scale_opaque_nofilt_565,
     .scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, X8R8G8B8>,
     .scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, B8G8R8X8>,
     .scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<U8Y8V8Y8, X8R8G8B8>,
