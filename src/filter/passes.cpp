@@ -40,7 +40,8 @@ struct FilterPasses {
 };
 
 // across and down are those of the set.
-template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, DownFn down)
+template <class Pixel, class X, class Y>
+Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr)
 {
     return {.taps = 2,
             .value_bytes = sizeof(typename Pixel::Word),
@@ -48,7 +49,8 @@ template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, Dow
             .prepare = prepare_columns<Pixel, X>,
             .find_rows = find_mean_linear_rows<Pixel, X, Y>,
             .across = across,
-            .down = down};
+            .down = down,
+            .both = both};
 }
 
 } // namespace
@@ -58,7 +60,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter)
     const Kernels& k = kernels();
     // clang-format off
     const FilterPasses all[] = {
-        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888)},
+        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888, k.halve_8888)},
         {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(k.mean_across_8888, k.linear_down_8888)},
         {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(k.linear_across_8888, k.mean_down_8888)},
         {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(k.linear_across_8888, k.linear_down_8888)},

@@ -75,6 +75,7 @@ struct Kernels {
     DownFn linear_down_8888;
     DownFn mean_down_565;
     DownFn linear_down_565;
+    BothFn halve_8888;
 };
 
 enum class Set { baseline, avx2, avx512 };

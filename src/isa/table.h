@@ -3,6 +3,7 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
+#include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/yuv_kernels.h"
@@ -74,6 +75,7 @@ constexpr Kernels table = {
     .linear_down_8888 = mix_down<Pixel8888, Linear>,
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
+    .halve_8888 = halve_8888,
 };
 
 } // namespace
