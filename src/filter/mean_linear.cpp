@@ -1,43 +1,14 @@
-// Box and linear filters: two taps in each of two rows, in integers. A kernel says where its taps are and how
-// they mix; one loop serves both kernels in both directions.
-#include "filter/pixels.h"
-#include "filter/position.h"
+// Box and linear filters: two taps in each of two rows, in integers. One loop serves both kernels in both directions.
+#include "filter/mean_linear.h"
 
 using namespace vexlor;
 
 namespace {
 
-struct Mean {
-    static i64 first_tap(i64 position, const vexlor_filter_params& p) { return centre(position, p.xhalf); }
-    static constexpr bool clamps_first_tap = true;
-    // The upper row is the one half a step below the current position, rounded down to rows.
-    static i32 rows_below(const vexlor_filter_params& p) { return p.yhalf_rows; }
-    // Without a lower row, the upper one is averaged with itself: the mean's loss applies all the same.
-    static constexpr bool needs_lower_row = true;
-
-    template <class Pixel> static u32 mix(u32 a, u32 b, u32) { return Pixel::mean(a, b); }
-};
-
-struct Linear {
-    static i64 first_tap(i64 position, const vexlor_filter_params&) { return position >> 16; }
-    // A left tap behind the row's end, as direct callers may ask for, is read where it is.
-    static constexpr bool clamps_first_tap = false;
-    static i32 rows_below(const vexlor_filter_params&) { return 0; }
-    static constexpr bool needs_lower_row = false;
-
-    template <class Pixel> static u32 mix(u32 a, u32 b, u32 w) { return Pixel::lerp(a, b, w); }
-};
-
 // The box of 32-bit pixels alone tests its lower right tap by itself; all others take both lower taps or
 // neither.
 template <class Pixel, class X, class Y> constexpr bool lower_taps_fall_back_apart = false;
 template <> constexpr bool lower_taps_fall_back_apart<Pixel8888, Mean, Mean> = true;
-
-// Whether the tap one row below a place is not behind the last one. The sum of address and stride might wrap.
-bool reaches_below(uintptr_t at, u32 stride, const u8* last)
-{
-    return at <= address(last) && address(last) - at >= stride;
-}
 
 template <class Pixel, class X, class Y>
 void resample(const u8* last, const u8* row, const u8* row_end, const vexlor_filter_params& p, void* out)
@@ -49,22 +20,16 @@ void resample(const u8* last, const u8* row, const u8* row_end, const vexlor_fil
     const u32 wy = fraction_weight(p.ypos);
     i64 position = 0;
     for (u32 i = 0; i < p.count; ++i, position += p.xstep) {
-        uintptr_t left = start + bytes_of(X::first_tap(position, p), sizeof(Word));
-        if (X::clamps_first_tap && left > end)
-            left = end;
-        const uintptr_t right = left + sizeof(Word) > end ? end : left + sizeof(Word);
+        const auto [left, right] = taps_at<Pixel, X>(start, end, position, p);
         const u32 wx = fraction_weight(static_cast<u32>(position));
-        const auto pixel = [](uintptr_t at) -> u32 { return load<Word>(reinterpret_cast<const void*>(at)); };
-        const auto across = [&](uintptr_t a, uintptr_t b) {
-            return X::template mix<Pixel>(pixel(a), pixel(b), wx);
-        };
 
-        u32 result = across(left, right);
-        if (reaches_below(left, p.stride, last)) {
+        u32 result = mix_taps<Pixel, X>({left, right}, wx);
+        if (has_row_below(left, p.stride, last)) {
             const bool apart =
-                lower_taps_fall_back_apart<Pixel, X, Y> && !reaches_below(right, p.stride, last);
+                lower_taps_fall_back_apart<Pixel, X, Y> && !has_row_below(right, p.stride, last);
             const uintptr_t lower_right = apart ? right : right + p.stride;
-            result = Y::template mix<Pixel>(result, across(left + p.stride, lower_right), wy);
+            const u32 lower = mix_taps<Pixel, X>({left + p.stride, lower_right}, wx);
+            result = Y::template mix<Pixel>(result, lower, wy);
         } else if (Y::needs_lower_row) {
             result = Y::template mix<Pixel>(result, result, wy);
         }

@@ -3,7 +3,7 @@
 // The exported routines are ordinary functions that go through the table of the best set. Tables are constant.
 #pragma once
 
-#include "base.h"
+#include "filter/passes.h"
 
 namespace vexlor {
 
@@ -53,6 +53,7 @@ struct Kernels {
 
     vexlor_scale_span_fn scale_opaque_nofilt_32;
     vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
+    vexlor_scale_span_fn scale_opaque_nofilt_565;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8;
     vexlor_scale_span_fn scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8;
@@ -72,6 +73,16 @@ struct Kernels {
     vexlor_lerp_8888_fn lerp_pre_aone_8888;
     vexlor_lerp_565_fn lerp_565;
     vexlor_lerp_565_fn lerp_pre_565;
+
+    AcrossFn mean_across_8888;
+    AcrossFn linear_across_8888;
+    AcrossFn mean_across_565;
+    AcrossFn linear_across_565;
+    DownFn mean_down_8888;
+    DownFn linear_down_8888;
+    DownFn mean_down_565;
+    DownFn linear_down_565;
+    BothFn halve_8888;
 };
 
 enum class Set { baseline, avx2, avx512 };

@@ -3,6 +3,8 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
+#include "filter/halve_kernels.h"
+#include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/memory_kernels.h"
 #include "row/yuv_kernels.h"
@@ -52,6 +54,7 @@ constexpr Kernels table = {
     .U8Y8V8Y8_2_X8R8G8B8_single = decode_row_single<U8Y8V8Y8>,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
+    .scale_opaque_nofilt_565 = scale_opaque_nofilt_565,
     .scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, X8R8G8B8>,
     .scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, B8G8R8X8>,
     .scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<U8Y8V8Y8, X8R8G8B8>,
@@ -70,6 +73,15 @@ constexpr Kernels table = {
     .lerp_pre_aone_8888 = lerp<Premultiplied, Opaque>,
     .lerp_565 = lerp_565_row,
     .lerp_pre_565 = lerp_pre_565_row,
+    .mean_across_8888 = mix_across<Pixel8888, Mean>,
+    .linear_across_8888 = mix_across<Pixel8888, Linear>,
+    .mean_across_565 = mix_across<Pixel565, Mean>,
+    .linear_across_565 = mix_across<Pixel565, Linear>,
+    .mean_down_8888 = mix_down<Pixel8888, Mean>,
+    .linear_down_8888 = mix_down<Pixel8888, Linear>,
+    .mean_down_565 = mix_down<Pixel565, Mean>,
+    .linear_down_565 = mix_down<Pixel565, Linear>,
+    .halve_8888 = halve_8888,
 };
 
 } // namespace

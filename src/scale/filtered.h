@@ -1,33 +1,13 @@
-// What the filtered scalers share: memory of one call, the filter's parameters, and the walk over destination
-// rows.
+// What the filtered scalers share: the filter's parameters, and the walk over destination rows.
 #pragma once
 
+#include "scale/row_filter.h"
 #include "scale/scale.h"
 
-#include <stdlib.h>
 #include <string.h>
 
 namespace vexlor {
 namespace {
-
-// Memory of one scale call; false where there is none.
-class Buffer {
-public:
-    explicit Buffer(u64 bytes)
-        : memory(bytes != 0 && bytes <= PTRDIFF_MAX ? malloc(static_cast<size_t>(bytes)) : nullptr)
-    {}
-    Buffer(const Buffer&) = delete;
-    Buffer& operator=(const Buffer&) = delete;
-    ~Buffer() { free(memory); }
-    explicit operator bool() const { return memory != nullptr; }
-    template <class T = u8> T* at(u64 bytes = 0) const
-    {
-        return reinterpret_cast<T*>(static_cast<u8*>(memory) + bytes);
-    }
-
-private:
-    void* memory;
-};
 
 inline u64 row_bytes_32(const Scale& s) { return u64{static_cast<u32>(s.to.w)} * 4; }
 
@@ -130,14 +110,32 @@ private:
     Buffer strip;
 };
 
+// Whether filters may find pixels that the call has drawn. They read from the rectangle's first pixel to its last one;
+// Gaussian and Catmull-Rom filters of a single row read a stride before and behind it.
+inline bool reads_what_it_draws(const Scale& s)
+{
+    struct Extent {
+        i64 begin, end;
+    };
+    const auto extent = [](const vexlor_surface_desc& surface, const Rect& r) {
+        const u32 pixel = bytes_per_pixel(surface.format);
+        const auto begin =
+            static_cast<i64>(reinterpret_cast<uintptr_t>(pixel_address(surface, r.x, r.y, pixel)));
+        return Extent{begin, begin + (i64{r.h} - 1) * surface.stride + i64{r.w} * pixel};
+    };
+    const i64 around = s.ctx.filter == VEXLOR_FILTER_CATROM && s.from.h == 1 ? i64{2} * s.src.stride : 0;
+    const Extent read = extent(s.src, s.from), drawn = extent(s.dst, s.to);
+    return read.begin - around < drawn.end && drawn.begin < read.end + around;
+}
+
 // One destination row of a filter.
 struct FilteredRow {
     const SeenRows& seen;
-    vexlor_filter_fn filter;
-    const u8 *first, *last, *row, *row_end;
+    RowFilter& filter;
+    FilterPlace place;
     vexlor_filter_params& params;
 
-    void into(void* out) const { filter(first, last, row, row_end, &params, out); }
+    void into(void* out) const { filter(place, params, out); }
 
     // Into the destination itself. Filters find pixels there as they are when each pixel is made, also those that
     // the row has written already; a strip has to show them.
@@ -167,10 +165,11 @@ inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
     const u8* const first = seen(pixel_address(s.src, s.from.x, s.from.y, pixel));
     const u8* const last = moved(first, bytes_of(i64{s.from.h} - 1, s.src.stride) + row_length);
     vexlor_filter_params params = params_of(s, s.src.stride);
+    RowFilter row_filter(filter, params, !reads_what_it_draws(s));
     for_each_row(s, params, [&](const u8* src, u8* dst) {
         const u8* const row = seen(src);
         seen.refresh();
-        store_row(FilteredRow{seen, filter, first, last, row, moved(row, row_length), params}, dst);
+        store_row(FilteredRow{seen, row_filter, {first, last, row, moved(row, row_length)}, params}, dst);
     });
 }
 

@@ -24,6 +24,9 @@ void scale_8888(const Scale& s)
         s.ctx.alpha_dst_op == VEXLOR_ALPHA_DST_ONE ? vexlor_writer_aone_8888 : vexlor_writer_arepl_8888;
     const u32 src_shift = vexlor_fmt_get_alpha_shift(s.src.format);
     const u32 dst_shift = vexlor_fmt_get_alpha_shift(s.dst.format);
+    if (write == vexlor_writer_arepl_8888 && !reads_what_it_draws(s))
+        return filter_rows(s, filter_8888(s),
+                           [](const FilteredRow& filtered, u8* dst) { filtered.into(dst); });
     const Buffer row(row_bytes_32(s));
     if (!row)
         return;
@@ -49,21 +52,35 @@ void scale_yuv(const Scale& s, u32 pair)
     vexlor_filter_params params = params_of(s, 0);
     const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
     const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
+    RowFilter row_filter(filter, params, true);
+    // Box and linear filters find no row below the one row of an enlarged band. Of half a pair they read the pixel before.
+    const bool reads_one_row = s.ctx.filter != VEXLOR_FILTER_CATROM && rows_per_row == 0 && s.from.w > 1;
+    const bool is_rgb = to_dst == vexlor_1d_passthrough;
+    const u8* held = nullptr; // the source row at the band's begin
+    FilterPlace place{};
     bool drawing = true;
 
     vexlor_cache_reset(s.ctx.cache);
     for_each_row(s, params, [&](u8* first, u8* dst) {
+        // The same band again stays as it is, and so does the row that a filter of one row makes of it.
+        const bool same_band = first == held;
+        if (drawing && !same_band) {
+            held = first;
+            // The last pair, and before the row when that is half a pair.
+            u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
+            const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
+                                           s.src.stride, rows, &first, &last, &bound, !reads_one_row);
+            drawing = pitch != 0;
+            params.stride = static_cast<u32>(pitch);
+            place = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
+            row_filter.forget();
+        }
         if (!drawing)
             return;
-        u8* last = moved(first, bytes_of(s.from.w, 2) -
-                                    4); // the last pair, and before the row when that is half a pair
-        const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width, s.src.stride,
-                                       rows, &first, &last, &bound);
-        drawing = pitch != 0;
-        if (!drawing)
-            return;
-        params.stride = static_cast<u32>(pitch);
-        filter(first, moved(first, bytes_of(rows_per_row, params.stride)), first, last, &params, memory.at());
+        if (is_rgb)
+            return row_filter(place, params, dst);
+        if (!same_band || !reads_one_row)
+            row_filter(place, params, memory.at());
         to_dst(memory.at(), dst, s.to.w);
     });
 }
