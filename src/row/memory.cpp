@@ -24,9 +24,15 @@ void vexlor_memcpy_x86(void* dst, const void* src, uint32_t bytes)
     auto* from = static_cast<const u8*>(src);
     const u32 words = bytes / 4, units = bytes % 4; // as many units as bytes are left: 2 bytes copy 4
     const uintptr_t copied = uintptr_t{words} * 4 + uintptr_t{units} * 2;
-    // Only a destination that begins within the source smears.
-    if (reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src) >= copied) {
+    const uintptr_t ahead = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
+    if (ahead >= copied) {
         memmove(dst, src, copied);
+        return;
+    }
+    // A destination that begins within the source smears: the bytes between the two repeat.
+    if (ahead >= 64) {
+        for (uintptr_t at = 0; at < copied; at += ahead)
+            memcpy(to + at, from + at, copied - at < ahead ? copied - at : ahead);
         return;
     }
     copy_units<u32>(to, from, words);
