@@ -74,6 +74,16 @@ struct Kernels {
     DownFn linear_down_8888;
     DownFn mean_down_565;
     DownFn linear_down_565;
+
+    // Null where the filters themselves serve.
+    AcrossFn gauss_across_8888;
+    AcrossFn catrom_across_8888;
+    AcrossFn gauss_across_565;
+    AcrossFn catrom_across_565;
+    DownFn gauss_down_8888;
+    DownFn catrom_down_8888;
+    DownFn gauss_down_565;
+    DownFn catrom_down_565;
 };
 
 enum class Set { baseline, avx2, avx512 };

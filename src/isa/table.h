@@ -3,6 +3,7 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
+#include "filter/gauss_catrom_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/yuv_kernels.h"
@@ -73,6 +74,14 @@ constexpr Kernels table = {
     .linear_down_8888 = mix_down<Pixel8888, Linear>,
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
+    .gauss_across_8888 = across<Pixel8888, Gauss>,
+    .catrom_across_8888 = across<Pixel8888, CatRom>,
+    .gauss_across_565 = across<Pixel565, Gauss>,
+    .catrom_across_565 = across<Pixel565, CatRom>,
+    .gauss_down_8888 = down<Pixel8888, Gauss>,
+    .catrom_down_8888 = down<Pixel8888, CatRom>,
+    .gauss_down_565 = down<Pixel565, Gauss>,
+    .catrom_down_565 = down<Pixel565, CatRom>,
 };
 
 } // namespace
