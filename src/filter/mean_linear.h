@@ -16,7 +16,8 @@ struct Mean {
     static constexpr bool needs_lower_row = true;
     static bool mixes(const vexlor_filter_params&) { return true; }
 
-    template <class Pixel> static u32 mix(u32 a, u32 b, u32) { return Pixel::mean(a, b); }
+    // Of a pixel, or of a vector of them.
+    template <class Pixel> static auto mix(auto a, auto b, auto) { return Pixel::mean(a, b); }
 };
 
 struct Linear {
@@ -28,7 +29,7 @@ struct Linear {
     // The weight 0 leaves the upper row as it is.
     static bool mixes(const vexlor_filter_params& p) { return fraction_weight(p.ypos) != 0; }
 
-    template <class Pixel> static u32 mix(u32 a, u32 b, u32 w) { return Pixel::lerp(a, b, w); }
+    template <class Pixel> static auto mix(auto a, auto b, auto w) { return Pixel::lerp(a, b, w); }
 };
 
 // The addresses of a pixel's two taps in a row.

@@ -110,18 +110,22 @@ private:
     Buffer strip;
 };
 
-// Whether filters may find pixels that the call has drawn: they read whole strides, from the row before the rectangle to
-// the one behind it.
+// Whether filters may find pixels that the call has drawn. They read from the rectangle's first pixel to its last one;
+// Gaussian and Catmull-Rom filters of a single row read a stride before and behind it.
 inline bool reads_what_it_draws(const Scale& s)
 {
-    const auto at = [](const u8* place) { return static_cast<i64>(reinterpret_cast<uintptr_t>(place)); };
-    const i64 src_row = s.src.stride, src_pixel = bytes_per_pixel(s.src.format);
-    const i64 dst_row = s.dst.stride, dst_pixel = bytes_per_pixel(s.dst.format);
-    const i64 src = at(s.src.pixels) + (i64{s.from.y} - 1) * src_row;
-    const i64 src_end = src + (i64{s.from.h} + 2) * src_row + (i64{s.from.x} + s.from.w) * src_pixel;
-    const i64 dst = at(s.dst.pixels) + s.to.y * dst_row + s.to.x * dst_pixel;
-    const i64 dst_end = dst + (i64{s.to.h} - 1) * dst_row + s.to.w * dst_pixel;
-    return src < dst_end && dst < src_end;
+    struct Extent {
+        i64 begin, end;
+    };
+    const auto extent = [](const vexlor_surface_desc& surface, const Rect& r) {
+        const u32 pixel = bytes_per_pixel(surface.format);
+        const auto begin =
+            static_cast<i64>(reinterpret_cast<uintptr_t>(pixel_address(surface, r.x, r.y, pixel)));
+        return Extent{begin, begin + (i64{r.h} - 1) * surface.stride + i64{r.w} * pixel};
+    };
+    const i64 around = s.ctx.filter == VEXLOR_FILTER_CATROM && s.from.h == 1 ? i64{2} * s.src.stride : 0;
+    const Extent read = extent(s.src, s.from), drawn = extent(s.dst, s.to);
+    return read.begin - around < drawn.end && drawn.begin < read.end + around;
 }
 
 // One destination row of a filter.
