@@ -150,68 +150,85 @@ template <class Kernel> inline Colour mixed(const Colour (&weights)[Kernel::taps
     return sum;
 }
 
-// Colours of n pixels from a place in the row on; before and behind the row its ends repeat.
-template <class Pixel> inline void unpack(TapRow row, i64 last, i64 from, u32 n, double* out)
-{
-    using Word = typename Pixel::Word;
-    const __m128 reciprocals = Fields<Pixel>::reciprocals();
-    for (u32 i = 0; i < n; ++i) {
-        const i64 wanted = from + i;
-        const i64 place = wanted < 0 ? 0 : wanted > last ? last : wanted;
-        const auto pixel =
-            load<Word>(reinterpret_cast<const void*>(row.start + bytes_of(place, sizeof(Word))));
-        Colour::widened(_mm_mul_ps(_mm_cvtepi32_ps(Fields<Pixel>::of(pixel)), reciprocals))
-            .to(out + i * components);
-    }
-}
+// Where the pixels under a block's taps are unpacked to.
+constexpr u32 block_columns = 64;
+constexpr u32 block_room = block_columns * 4; // at least as many as columns have taps
 
-template <class Pixel, class X>
-void colours_across(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
+// Walks the columns: calls unpack(place in the row, number) for the pixels under the taps of a block of columns,
+// then mix(column number, column, index of its first tap) for each of them. Pixels are unpacked once for a block, or where
+// columns lie far apart for each.
+template <class X>
+inline void for_columns(const vexlor_filter_params& p, const void* columns, auto unpack, auto mix)
 {
-    constexpr u32 block = 64;
-    alignas(32) double colours[block * 4 * components];
-    const i64 last = static_cast<i64>((row.end - row.start) / sizeof(typename Pixel::Word));
-    auto* out = static_cast<double*>(values);
-    const auto* column = static_cast<const typename X::Column*>(columns);
-    for (u32 done = 0; done < p.count; done += block, column += block) {
-        const u32 n = p.count - done < block ? p.count - done : block;
-        // Pixels are unpacked once for all columns, or where columns lie far apart for each.
-        const i64 from = i64{column[0].centre} - 1;
-        const i64 span = column[n - 1].centre - column[0].centre + i64{X::taps};
-        const bool apart = span > block * 4;
-        if (apart)
-            for (u32 i = 0; i < n; ++i)
-                unpack<Pixel>(row, last, i64{column[i].centre} - 1, X::taps,
-                              colours + i * X::taps * components);
-        else
-            unpack<Pixel>(row, last, from, static_cast<u32>(span), colours);
-        for (u32 i = 0; i < n; ++i, out += components) {
-            const double* const taps =
-                colours + (apart ? i64{i} * X::taps : column[i].centre - 1 - from) * components;
-            if (column[i].is_on_pixel()) {
-                Colour::at(taps + components).to(out);
-                continue;
+    const auto* const column = static_cast<const typename X::Column*>(columns);
+    const auto first_tap = [&](u32 i) { return i64{column[i].centre} - 1; };
+    for (u32 begin = 0; begin < p.count; begin += block_columns) {
+        const u32 end = p.count - begin < block_columns ? p.count : begin + block_columns;
+        const i64 from = first_tap(begin);
+        const i64 span = first_tap(end - 1) - from + X::taps;
+        if (span <= block_room) {
+            unpack(from, static_cast<u32>(span));
+            for (u32 i = begin; i < end; ++i)
+                mix(i, column[i], static_cast<u32>(first_tap(i) - from));
+        } else {
+            for (u32 i = begin; i < end; ++i) {
+                unpack(first_tap(i), X::taps);
+                mix(i, column[i], 0);
             }
-            Colour weights[X::taps];
-            for (u32 j = 0; j < X::taps; ++j)
-                weights[j] = Colour::all(column[i].weight(j));
-            const __m128 sum = mixed<X>(weights, [&](u32 j) { return taps + j * components; }).rounded();
-            Colour::widened(__is_same(X, CatRom) ? clamped(sum) : sum).to(out);
         }
     }
 }
 
-// Packs count pixels whose components mix(i) gives.
-template <class Pixel, bool clamps> inline void pack_row(u32 count, void* out, auto mix)
+// Before and behind a row its ends repeat.
+template <class Pixel> class RowPixels {
+public:
+    explicit RowPixels(TapRow row)
+        : start(row.start), last(static_cast<i64>((row.end - row.start) / sizeof(Word)))
+    {}
+    u32 at(i64 place) const { return load<Word>(address(place < 0 ? 0 : place > last ? last : place)); }
+    bool has(i64 place, u32 number) const { return place >= 0 && place + number <= last + 1; }
+    const void* address(i64 place) const
+    {
+        return reinterpret_cast<const void*>(start + bytes_of(place, sizeof(Word)));
+    }
+
+private:
+    using Word = typename Pixel::Word;
+    uintptr_t start;
+    i64 last;
+};
+
+template <class Pixel, class X>
+void colours_across(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
 {
-    using F = Fields<Pixel>;
-    constexpr u32 bytes = sizeof(typename Pixel::Word);
-    const auto fields = [&](u32 i) {
-        const Floats c = floats_at(i, mix);
-        return F::cut_off(clamps ? clamped(c) : c);
+    alignas(32) double colours[block_room * components];
+    const RowPixels<Pixel> pixels(row);
+    const __m128 reciprocals = Fields<Pixel>::reciprocals();
+    const auto unpack = [&](i64 place, u32 number) {
+        for (u32 i = 0; i < number; ++i) {
+            const __m128 fields = _mm_cvtepi32_ps(Fields<Pixel>::of(pixels.at(place + i)));
+            Colour::widened(_mm_mul_ps(fields, reciprocals)).to(colours + i * components);
+        }
     };
+    for_columns<X>(p, columns, unpack, [&](u32 i, const typename X::Column& column, u32 index) {
+        const double* const taps = colours + index * components;
+        double* const out = static_cast<double*>(values) + uintptr_t{i} * components;
+        if (column.is_on_pixel())
+            return Colour::at(taps + components).to(out);
+        Colour weights[X::taps];
+        for (u32 j = 0; j < X::taps; ++j)
+            weights[j] = Colour::all(column.weight(j));
+        const __m128 sum = mixed<X>(weights, [&](u32 j) { return taps + j * components; }).rounded();
+        Colour::widened(__is_same(X, CatRom) ? clamped(sum) : sum).to(out);
+    });
+}
+
+// Packs count pixels from the fields(i) of pixel i and, with wide vectors, of the one half a block further.
+template <class Pixel> inline void pack_row(u32 count, void* out, auto fields)
+{
+    constexpr u32 bytes = sizeof(typename Pixel::Word);
     const auto pack = [&](u32 i, void* to) {
-        F::pack(fields(i), fields(i + 1), fields(i + 2), fields(i + 3), to);
+        Fields<Pixel>::pack(fields(i), fields(i + 1), fields(i + 2), fields(i + 3), to);
     };
     u32 i = 0;
     for (; count - i >= block_pixels; i += block_pixels)
@@ -226,29 +243,103 @@ template <class Pixel, bool clamps> inline void pack_row(u32 count, void* out, a
 template <class Pixel, class Y>
 void colours_down(const void* const* values, const vexlor_filter_params& p, void* out)
 {
-    const double* rows[Y::taps];
-    for (u32 j = 0; j < Y::taps; ++j)
-        rows[j] = static_cast<const double*>(values[j]);
+    const auto at = [&](u32 row, u32 i) {
+        return static_cast<const double*>(values[row]) + uintptr_t{i} * components;
+    };
     const typename Y::Column kernel = Y::column(p.ypos, 0);
     if (kernel.is_on_pixel())
-        return pack_row<Pixel, false>(p.count, out,
-                                      [&](u32 i) { return Colour::at(rows[1] + i * components).rounded(); });
+        return pack_row<Pixel>(p.count, out, [&](u32 first) {
+            return Fields<Pixel>::cut_off(
+                floats_at(first, [&](u32 i) { return Colour::at(at(1, i)).rounded(); }));
+        });
     Colour weights[Y::taps];
     for (u32 j = 0; j < Y::taps; ++j)
         weights[j] = Colour::all(kernel.weight(j));
-    pack_row<Pixel, __is_same(Y, CatRom)>(p.count, out, [&](u32 i) {
-        return mixed<Y>(weights, [&](u32 j) { return rows[j] + i * components; }).rounded();
+    pack_row<Pixel>(p.count, out, [&](u32 first) {
+        const Floats sums = floats_at(
+            first, [&](u32 i) { return mixed<Y>(weights, [&](u32 j) { return at(j, i); }).rounded(); });
+        return Fields<Pixel>::cut_off(__is_same(Y, CatRom) ? clamped(sums) : sums);
     });
 }
 
+#if defined(__AVX2__)
+
+// Gaussian both across and down, of 32-bit pixels: single precision is faster there. A component is a field times 65793
+// / 2^24 and a small rest, a power of two from 2^-31 to 2^-23. Fields and rests are summed apart, without rounding; a
+// fused product then rounds both sums once, as the filter rounds a sum of components. A value is a sum of fields and the
+// rest that rounding leaves, each four times as large as the filter's: rests are whole multiples of 2^-31 all along.
+constexpr float component_per_field = 0x1.0101p-8F;
+
+// Where the sums of column i are: its four fields, beside them those of the column half a block of pixels further, and
+// behind both their rests.
+constexpr uintptr_t sums_of(u32 i) { return (uintptr_t{i} / 8 * 8 + i % 4 * 2) * 8 + i / 4 % 2 * 4; }
+constexpr u32 rests_behind = 8;
+
+void gauss_across_for_gauss(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
+{
+    alignas(32) float fields[block_room * components], rests[block_room * components];
+    const RowPixels<Pixel8888> pixels(row);
+    const auto unpack_pair = [&](__m128i pair, u32 at) {
+        const __m256 f = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(pair));
+        const __m256 component = _mm256_mul_ps(f, _mm256_set1_ps(1.0F / 255));
+        _mm256_storeu_ps(fields + at * components, f);
+        _mm256_storeu_ps(rests + at * components,
+                         _mm256_fmadd_ps(f, _mm256_set1_ps(-component_per_field), component));
+    };
+    const auto unpack = [&](i64 place, u32 number) {
+        for (u32 i = 0; i < number; i += 2)
+            unpack_pair(pixels.has(place + i, 2)
+                            ? _mm_loadl_epi64(static_cast<const __m128i*>(pixels.address(place + i)))
+                            : _mm_setr_epi32(static_cast<int>(pixels.at(place + i)),
+                                             static_cast<int>(pixels.at(place + i + 1)), 0, 0),
+                        i);
+    };
+    for_columns<Gauss>(p, columns, unpack, [&](u32 i, const Gauss::Column&, u32 index) {
+        const auto sum = [&](const float* taps) {
+            const auto tap = [&](u32 j) { return _mm_loadu_ps(taps + (index + j) * components); };
+            return _mm_fmadd_ps(tap(1), _mm_set1_ps(2), _mm_add_ps(tap(0), tap(2)));
+        };
+        const __m128 scale = _mm_set1_ps(component_per_field), n = sum(fields);
+        float* const out = static_cast<float*>(values) + sums_of(i);
+        _mm_storeu_ps(out, n);
+        _mm_storeu_ps(out + rests_behind, _mm_fnmadd_ps(n, scale, _mm_fmadd_ps(n, scale, sum(rests))));
+    });
+}
+
+void gauss_down_of_gauss(const void* const* values, const vexlor_filter_params& p, void* out)
+{
+    pack_row<Pixel8888>(p.count, out, [&](u32 i) {
+        const auto sum = [&](u32 behind) {
+            const auto row = [&](u32 j) {
+                return _mm256_loadu_ps(static_cast<const float*>(values[j]) + sums_of(i) + behind);
+            };
+            return _mm256_fmadd_ps(row(1), _mm256_set1_ps(2), _mm256_add_ps(row(0), row(2)));
+        };
+        const __m256 component =
+            _mm256_fmadd_ps(sum(0), _mm256_set1_ps(component_per_field), sum(rests_behind));
+        return Fields<Pixel8888>::cut_off(_mm256_mul_ps(component, _mm256_set1_ps(1.0F / 16)));
+    });
+}
+
+#endif
+
+// What the table names. Without vectors of doubles the filters do it alone.
 template <class Pixel, class Kernel> constexpr AcrossFn across = colours_across<Pixel, Kernel>;
 template <class Pixel, class Kernel> constexpr DownFn down = colours_down<Pixel, Kernel>;
+#if defined(__AVX2__)
+constexpr AcrossFn across_for_gauss = gauss_across_for_gauss;
+constexpr DownFn down_of_gauss = gauss_down_of_gauss;
+#else
+constexpr AcrossFn across_for_gauss = across<Pixel8888, Gauss>;
+constexpr DownFn down_of_gauss = down<Pixel8888, Gauss>;
+#endif
 
 #else
 
-// Without vectors of doubles the filters do it alone.
 template <class Pixel, class Kernel> constexpr AcrossFn across = nullptr;
 template <class Pixel, class Kernel> constexpr DownFn down = nullptr;
+constexpr AcrossFn across_for_gauss = nullptr;
+constexpr DownFn down_of_gauss = nullptr;
 
 #endif
 

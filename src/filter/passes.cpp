@@ -101,7 +101,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter)
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(k.mean_across_565, k.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(k.linear_across_565, k.mean_down_565)},
         {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(k.linear_across_565, k.linear_down_565)},
-        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(k.gauss_across_8888, k.gauss_down_8888)},
+        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(k.gauss_across_for_gauss_8888, k.gauss_down_of_gauss_8888)},
         {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(k.gauss_across_8888, k.catrom_down_8888)},
         {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(k.catrom_across_8888, k.gauss_down_8888)},
         {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(k.catrom_across_8888, k.catrom_down_8888)},
