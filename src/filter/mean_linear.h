@@ -9,7 +9,7 @@ namespace {
 
 struct Mean {
     static i64 first_tap(i64 position, const vexlor_filter_params& p) { return centre(position, p.xhalf); }
-    static constexpr bool clamps_first_tap = true;
+    static constexpr bool clamps_first_tap = true, weighs = false;
     // The upper row is the one half a step below the current position, rounded down to rows.
     static i32 rows_below(const vexlor_filter_params& p) { return p.yhalf_rows; }
     // Without a lower row, the upper one is averaged with itself: the mean's loss applies all the same.
@@ -23,7 +23,7 @@ struct Mean {
 struct Linear {
     static i64 first_tap(i64 position, const vexlor_filter_params&) { return position >> 16; }
     // A left tap behind the row's end, as direct callers may ask for, is read where it is.
-    static constexpr bool clamps_first_tap = false;
+    static constexpr bool clamps_first_tap = false, weighs = true;
     static i32 rows_below(const vexlor_filter_params&) { return 0; }
     static constexpr bool needs_lower_row = false;
     // The weight 0 leaves the upper row as it is.

@@ -10,64 +10,79 @@
 namespace vexlor {
 namespace {
 
-#if defined(__SSE2__)
+// What a scale call knows of its columns: the index of each left tap and, for linear ones, the weight of the right tap
+// in every 16-bit lane of a pixel.
+template <class Pixel> struct Columns {
+    u32* left;
+    typename Pixel::Word* weights;
+    Columns(const vexlor_filter_params& p, void* memory)
+        : left(static_cast<u32*>(memory)),
+          weights(reinterpret_cast<typename Pixel::Word*>(left + with_whole_blocks(p.count)))
+    {}
+};
 
-// Of a vector of columns: 0, 2..256 in both halves of 32 bits.
-template <class U32> inline U32 weights_of(U32 positions)
+template <class Pixel, class X> void prepare_columns(const vexlor_filter_params& p, void* memory)
 {
-    const U32 f = positions >> 8 & 0xFF;
-    const U32 raised = f - reinterpret_cast<U32>(f != 0);
-    return raised | raised << 16;
+    constexpr u32 every_lane = sizeof(typename Pixel::Word) == 4 ? 0x10001 : 1;
+    const Columns<Pixel> columns(p, memory);
+    i64 position = 0;
+    for (u64 i = 0; i < with_whole_blocks(p.count); ++i, position += p.xstep) {
+        columns.left[i] = static_cast<u32>(X::first_tap(position, p));
+        if constexpr (X::weighs)
+            columns.weights[i] =
+                static_cast<typename Pixel::Word>(fraction_weight(static_cast<u32>(position)) * every_lane);
+    }
 }
-template <u32 Bytes> inline auto weights_of(const Columns& columns, u32 i, Pixel8888)
-{
-    return weights_of(columns.positions<typename Vector<Bytes>::U32>(i));
-}
-template <u32 Bytes> inline auto weights_of(const Columns& columns, u32 i, Pixel565)
-{
-    using U32 = typename Vector<Bytes>::U32;
-    return low_halves(weights_of(columns.positions<U32>(i)),
-                      weights_of(columns.positions<U32>(i + lane_count<U32>)));
-}
+
+#if defined(__SSE2__)
 
 // Mixes whole vectors up to column `count`, and beyond it when they do not end there.
 template <class Pixel, class X, u32 Bytes>
-void mix_taps_of(const auto& taps, const Columns& columns, u32 count, typename Pixel::Word* values)
+void mix_vectors(const auto& taps, const Columns<Pixel>& columns, u32 count, typename Pixel::Word* values)
 {
     using Lanes = PixelVector<Pixel, Bytes>;
     for (u32 i = 0; i < count; i += Lanes::count) {
         const auto [left, right] = taps(i);
-        store(values + i, X::template mix<Lanes>(left, right, weights_of<Bytes>(columns, i, Pixel{})));
+        store(values + i,
+              X::template mix<Lanes>(left, right,
+                                     load<typename Lanes::Pixels>(columns.weights + (X::weighs ? i : 0))));
     }
+}
+
+// How many columns have their tap at `first` or behind it not behind the last pixel.
+inline u32 columns_inside(i64 first, i64 last, const vexlor_filter_params& p)
+{
+    if (first > last || p.xstep <= 0)
+        return first > last ? 0 : p.count;
+    const i64 many = (((last + 1 - first) << 16) + p.xstep - 1) / p.xstep;
+    return many < p.count ? static_cast<u32>(many) : p.count;
 }
 
 // Returns the columns that it made.
 template <class Pixel, class X>
-u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, typename Pixel::Word* values)
+u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, const Columns<Pixel>& columns,
+                       typename Pixel::Word* values)
 {
     using Word = typename Pixel::Word;
     const SourceRow<Word> source{reinterpret_cast<const u8*>(row.start),
                                  static_cast<i64>((row.end - row.start) / sizeof(Word))};
-    const Columns columns{p.xstep, X::first_tap(0, p), source.last};
-    if (p.xstep < 0 || p.xstep >= 0x8000000) // positions of a vector would wrap
-        return 0;
 #if defined(__AVX2__)
     // A linear left tap that is behind the end is read where it is.
-    const u32 count = X::clamps_first_tap ? p.count : columns.inside(p.count);
+    const u32 count = X::clamps_first_tap ? p.count : columns_inside(0, source.last, p);
     const auto mix = [&](const auto& taps) {
-        mix_taps_of<Pixel, X, vector_bytes>(taps, columns, count, values);
+        mix_vectors<Pixel, X, vector_bytes>(taps, columns, count, values);
     };
     switch (reach_of(p.xstep)) {
-    case Reach::one: mix(PickedTaps<Pixel, Reach::one>(source, columns)); break;
-    case Reach::two: mix(PickedTaps<Pixel, Reach::two>(source, columns)); break;
-    case Reach::any: mix(PickedTaps<Pixel, Reach::any>(source, columns)); break;
+    case Reach::one: mix(PickedTaps<Pixel, Reach::one>(source, columns.left)); break;
+    case Reach::two: mix(PickedTaps<Pixel, Reach::two>(source, columns.left)); break;
+    case Reach::exactly_two: mix(PickedTaps<Pixel, Reach::exactly_two>(source, columns.left)); break;
+    case Reach::any: mix(PickedTaps<Pixel, Reach::any>(source, columns.left)); break;
     }
     return count;
 #else
-    const Columns of_right_taps{columns.step, columns.first + 1, columns.last};
-    const u32 inside = of_right_taps.inside(p.count);
+    const u32 inside = columns_inside(X::first_tap(0, p) + 1, source.last, p);
     const u32 count = inside - inside % PixelVector<Pixel, 16>::count;
-    mix_taps_of<Pixel, X, 16>(LoadedTaps<Pixel>(source, columns), columns, count, values);
+    mix_vectors<Pixel, X, 16>(LoadedTaps<Pixel>(source, columns.left), columns, count, values);
     return count;
 #endif
 }
@@ -75,13 +90,13 @@ u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, typename Pixel
 #endif
 
 template <class Pixel, class X>
-void mix_across(TapRow row, const vexlor_filter_params& p, const void*, void* values)
+void mix_across(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
 {
     using Word = typename Pixel::Word;
     auto* const out = static_cast<Word*>(values);
     u32 i = 0;
 #if defined(__SSE2__)
-    i = mix_across_vectors<Pixel, X>(row, p, out);
+    i = mix_across_vectors<Pixel, X>(row, p, Columns<Pixel>(p, const_cast<void*>(columns)), out);
 #endif
     for (i64 position = i64{i} * p.xstep; i < p.count; ++i, position += p.xstep) {
         const Taps taps = taps_at<Pixel, X>(row.start, row.end, position, p);
@@ -90,34 +105,44 @@ void mix_across(TapRow row, const vexlor_filter_params& p, const void*, void* va
     }
 }
 
-// Rows of values are longer than count, and vectors may read beyond it. The last vector of pixels ends at count.
+// Rows of values are longer than count, and vectors may read beyond it. The last vector of pixels ends at count. Returns
+// how many pixels it made: none of rows shorter than a vector.
+template <class Y, class Lanes>
+u32 mix_down_vectors(const auto* upper, const auto* lower, u32 count, auto* out, auto weights)
+{
+    using Pixels = typename Lanes::Pixels;
+    const auto mix = [=](u32 i) {
+        store(out + i, Y::template mix<Lanes>(load<Pixels>(upper + i), load<Pixels>(lower + i), weights));
+    };
+    if (count < Lanes::count)
+        return 0;
+    for (u32 i = 0; i < count - Lanes::count; i += Lanes::count)
+        mix(i);
+    mix(count - Lanes::count);
+    return count;
+}
+
 template <class Pixel, class Y>
 void mix_down(const void* const* values, const vexlor_filter_params& p, void* out)
 {
     using Word = typename Pixel::Word;
     const auto *upper = static_cast<const Word*>(values[0]), *lower = static_cast<const Word*>(values[1]);
     auto* const pixels = static_cast<Word*>(out);
-    const u32 weight = fraction_weight(p.ypos);
+    const u32 count = p.count, weight = fraction_weight(p.ypos);
     if (!Y::needs_lower_row && upper == lower) {
-        memcpy(out, upper, size_t{p.count} * sizeof(Word));
+        memcpy(out, upper, size_t{count} * sizeof(Word));
         return;
     }
     u32 i = 0;
     if constexpr (vector_bytes != 0) {
         using Lanes = PixelVector<Pixel, vector_bytes>;
-        using V = typename Lanes::Pixels;
-        const V weights = Lanes::every(weight);
-        const auto mix = [&](u32 at) {
-            store(pixels + at, Y::template mix<Lanes>(load<V>(upper + at), load<V>(lower + at), weights));
-        };
-        for (; p.count - i >= Lanes::count; i += Lanes::count)
-            mix(i);
-        if (i != 0 && i < p.count) {
-            mix(p.count - Lanes::count);
-            return;
-        }
+        if constexpr (Y::weighs && requires { Lanes::every_byte(weight); })
+            if (weight > 0 && weight < 256)
+                i = mix_down_vectors<Y, Lanes>(upper, lower, count, pixels, Lanes::every_byte(weight));
+        if (i == 0)
+            i = mix_down_vectors<Y, Lanes>(upper, lower, count, pixels, Lanes::every(weight));
     }
-    for (; i < p.count; ++i)
+    for (; i < count; ++i)
         store(pixels + i, static_cast<Word>(Y::template mix<Pixel>(u32{upper[i]}, u32{lower[i]}, weight)));
 }
 

@@ -2,7 +2,7 @@
 #include "filter/passes.h"
 
 #include "filter/gauss_catrom.h"
-#include "filter/mean_linear.h"
+#include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 
 using namespace vexlor;
@@ -35,7 +35,7 @@ u32 find_mean_linear_rows(const FilterPlace& at, const vexlor_filter_params& p, 
     return apart;
 }
 
-template <class X, class Y> void prepare_columns(const vexlor_filter_params& p, void* columns)
+template <class X, class Y> void prepare_taps(const vexlor_filter_params& p, void* columns)
 {
     i64 position = 0;
     for (u32 i = 0; i < p.count; ++i, position += p.xstep)
@@ -68,6 +68,8 @@ template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, Dow
 {
     return {.taps = 2,
             .value_bytes = sizeof(typename Pixel::Word),
+            .column_bytes = sizeof(u32) + (X::weighs ? sizeof(typename Pixel::Word) : 0),
+            .prepare = prepare_columns<Pixel, X>,
             .find_rows = find_mean_linear_rows<Pixel, X, Y>,
             .across = across,
             .down = down};
@@ -80,7 +82,7 @@ template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, Do
     return {.taps = Y::taps,
             .value_bytes = 4 * sizeof(double),
             .column_bytes = sizeof(typename X::Column),
-            .prepare = prepare_columns<X, Y>,
+            .prepare = prepare_taps<X, Y>,
             .find_rows = find_gauss_catrom_rows<Pixel, Y>,
             .across = across,
             .down = down};

@@ -21,6 +21,10 @@ constexpr u32 most_taps = 4;
 // Rows of values and of column data begin at multiples of this and have room for as many columns, rounded up to it, so
 // that passes may work on whole vectors. What is beyond count never reaches a pixel.
 constexpr u32 column_block = 64;
+constexpr u64 with_whole_blocks(u32 count)
+{
+    return (u64{count} + column_block - 1) / column_block * column_block;
+}
 
 // Once for all rows of a scale call.
 using PrepareFn = void (*)(const vexlor_filter_params& params, void* columns);

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "filter/pixels.h"
-#include "row/permute.h"
+#include "row/byte_ops.h"
+#include "row/unzip.h"
 
 namespace vexlor {
 namespace {
@@ -23,43 +24,38 @@ template <u32 Bytes> struct PixelVector<Pixel8888, Bytes> {
         const U16 odd = ((x >> 8) + (y >> 8)) * 127; // its fraction is masked away
         return reinterpret_cast<U32>(even) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
+#if defined(__SSSE3__)
+    // One weight for all, 1 to 255: both weights are bytes, and a bias makes the pixels' bytes signed.
+    struct ByteWeights {
+        typename Native<Bytes>::Type both;
+    };
+    static ByteWeights every_byte(u32 w)
+    {
+        return {reinterpret_cast<typename Native<Bytes>::Type>(Pixels{} + ((256 - w) | w << 8) * 0x10001)};
+    }
+    static Pixels lerp(Pixels a, Pixels b, ByteWeights weights)
+    {
+        using Bits = typename Native<Bytes>::Type;
+        using I16 = typename Vector<Bytes>::I16;
+        const auto x = reinterpret_cast<Bits>(a ^ 0x80808080), y = reinterpret_cast<Bits>(b ^ 0x80808080);
+        const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_low(x, y)));
+        const auto high = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_high(x, y)));
+        return reinterpret_cast<Pixels>(
+                   pack_signed(reinterpret_cast<Bits>(low >> 8), reinterpret_cast<Bits>(high >> 8))) ^
+               0x80808080;
+    }
+#endif
+    // a * (256 - w) + b * w fits 16 bits.
     static Pixels lerp(Pixels a, Pixels b, Pixels weights)
     {
-        return blend_vector<Straight, Bytes>(b, a, weights);
+        const U16 x = reinterpret_cast<U16>(a), y = reinterpret_cast<U16>(b);
+        const U16 w = reinterpret_cast<U16>(weights), rest = 256 - w;
+        const U16 even = ((x & 0xFF) * rest + (y & 0xFF) * w) >> 8;
+        const U16 odd = (x >> 8) * rest + (y >> 8) * w;
+        return reinterpret_cast<U32>(even) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
     static Pixels every(u32 weight) { return Pixels{} + weight * 0x10001; }
 };
-
-#if defined(__SSE2__)
-
-// The low or high halves of two vectors, in order. Packs saturate, and work within 128-bit lanes.
-inline Vector<16>::U16 low_halves(Vector<16>::U32 a, Vector<16>::U32 b)
-{
-    const auto signed_half = [](Vector<16>::U32 v) {
-        return _mm_srai_epi32(_mm_slli_epi32(reinterpret_cast<__m128i>(v), 16), 16);
-    };
-    return reinterpret_cast<Vector<16>::U16>(_mm_packs_epi32(signed_half(a), signed_half(b)));
-}
-#if defined(__AVX2__)
-inline Vector<32>::U16 low_halves(Vector<32>::U32 a, Vector<32>::U32 b)
-{
-    const __m256i halves =
-        _mm256_packus_epi32(reinterpret_cast<__m256i>(a & 0xFFFF), reinterpret_cast<__m256i>(b & 0xFFFF));
-    return reinterpret_cast<Vector<32>::U16>(_mm256_permute4x64_epi64(halves, 0xD8));
-}
-#endif
-#if defined(__AVX512BW__)
-inline Vector<64>::U16 low_halves(Vector<64>::U32 a, Vector<64>::U32 b)
-{
-    const __m512i halves =
-        _mm512_packus_epi32(reinterpret_cast<__m512i>(a & 0xFFFF), reinterpret_cast<__m512i>(b & 0xFFFF));
-    return reinterpret_cast<Vector<64>::U16>(
-        _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), halves));
-}
-#endif
-template <class U32> inline auto high_halves(U32 a, U32 b) { return low_halves(a >> 16, b >> 16); }
-
-#endif
 
 // Fields in lanes of their own. What a blue result carries beyond its field goes into red, as in the 32-bit word.
 template <u32 Bytes> struct PixelVector<Pixel565, Bytes> {

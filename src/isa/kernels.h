@@ -46,6 +46,7 @@ struct Kernels {
 
     vexlor_scale_span_fn scale_opaque_nofilt_32;
     vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
+    vexlor_scale_span_fn scale_opaque_nofilt_565;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8;
     vexlor_scale_span_fn scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8;

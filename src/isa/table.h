@@ -3,7 +3,7 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
-#include "filter/gauss_catrom_kernels.h"
+#include "filter/gauss_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/yuv_kernels.h"
@@ -48,6 +48,7 @@ constexpr Kernels table = {
     .B8G8R8X8_2_U8Y8V8Y8 = encode_row<B8G8R8X8, U8Y8V8Y8>,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
+    .scale_opaque_nofilt_565 = scale_opaque_nofilt_565,
     .scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, X8R8G8B8>,
     .scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, B8G8R8X8>,
     .scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<U8Y8V8Y8, X8R8G8B8>,
@@ -75,12 +76,12 @@ constexpr Kernels table = {
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
     .gauss_across_8888 = across<Pixel8888, Gauss>,
-    .gauss_across_for_gauss_8888 = across_for_gauss,
+    .gauss_across_for_gauss_8888 = gauss_across_for_gauss_8888,
     .catrom_across_8888 = across<Pixel8888, CatRom>,
     .gauss_across_565 = across<Pixel565, Gauss>,
     .catrom_across_565 = across<Pixel565, CatRom>,
     .gauss_down_8888 = down<Pixel8888, Gauss>,
-    .gauss_down_of_gauss_8888 = down_of_gauss,
+    .gauss_down_of_gauss_8888 = gauss_down_of_gauss_8888,
     .catrom_down_8888 = down<Pixel8888, CatRom>,
     .gauss_down_565 = down<Pixel565, Gauss>,
     .catrom_down_565 = down<Pixel565, CatRom>,

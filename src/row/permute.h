@@ -47,6 +47,14 @@ template <class Pixels> inline Pixels pick_of_two(Pixels low, Pixels high, Pixel
 #endif
 }
 
+// index < 2 * lanes: two neighbours of 16 bits from the one there, of a window of half as many units and one more.
+template <class Pixels> inline Pixels pick_halves(const u8* window, Pixels index)
+{
+    const Pixels even = pick(load<Pixels>(window), index >> 1);
+    const Pixels odd = pick(load<Pixels>(window + 2), index >> 1);
+    return (index & 1) != 0 ? odd : even;
+}
+
 template <class Pixels> inline Pixels gather(const void* row, Pixels index)
 {
 #if defined(__AVX512F__)

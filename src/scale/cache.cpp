@@ -179,7 +179,7 @@ void vexlor_cache_reset(vexlor_cache* cache) { cache->first_source = nullptr; }
 
 i32 vexlor::update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy, i32 in_unit,
                          i32 out_unit, i32 count, u32 stride, i32 rows, u8** first, u8** last,
-                         const SourceBound* bound)
+                         const SourceBound* bound, bool with_edges)
 {
     const auto band_first = reinterpret_cast<uintptr_t>(*first);
     const i64 span = i64{static_cast<intptr_t>(reinterpret_cast<uintptr_t>(*last) - band_first)} + in_unit;
@@ -193,7 +193,8 @@ i32 vexlor::update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_
         return 0;
     }
     cache.first_source = *first;
-    repeat_edge_rows(cache, rows);
+    if (with_edges)
+        repeat_edge_rows(cache, rows);
     *first = cache.buffer;
     *last = cache.buffer + out_bytes - out_unit;
     return cache.pitch;
@@ -203,5 +204,6 @@ int32_t vexlor_cache_update(vexlor_cache* cache, vexlor_convert_fn convert, vexl
                             int32_t in_unit, int32_t out_unit, int32_t count, uint32_t stride, int32_t rows,
                             uint8_t** first, uint8_t** last)
 {
-    return update_cache(*cache, convert, copy, in_unit, out_unit, count, stride, rows, first, last, nullptr);
+    return update_cache(*cache, convert, copy, in_unit, out_unit, count, stride, rows, first, last, nullptr,
+                        true);
 }

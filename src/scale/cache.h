@@ -13,9 +13,9 @@ struct SourceBound {
     u8* scratch;   // (count / 2) * in_unit bytes
 };
 
-// vexlor_cache_update, with a bound; null for none.
+// vexlor_cache_update, with a bound, null for none. Without edges the rows before and behind the band are not made.
 i32 update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy, i32 in_unit,
                  i32 out_unit, i32 count, u32 stride, i32 rows, u8** first, u8** last,
-                 const SourceBound* bound);
+                 const SourceBound* bound, bool with_edges);
 
 } // namespace vexlor

@@ -53,29 +53,34 @@ void scale_yuv(const Scale& s, u32 pair)
     const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
     const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
     RowFilter row_filter(filter, params, true);
+    // Box and linear filters find no row below the one row of an enlarged band. Of half a pair they read the pixel before.
+    const bool reads_one_row = s.ctx.filter != VEXLOR_FILTER_CATROM && rows_per_row == 0 && s.from.w > 1;
+    const bool is_rgb = to_dst == vexlor_1d_passthrough;
     const u8* held = nullptr; // the source row at the band's begin
     FilterPlace place{};
     bool drawing = true;
 
     vexlor_cache_reset(s.ctx.cache);
     for_each_row(s, params, [&](u8* first, u8* dst) {
-        if (!drawing)
-            return;
-        // The same band again stays as it is.
-        if (first != held) {
+        // The same band again stays as it is, and so does the row that a filter of one row makes of it.
+        const bool same_band = first == held;
+        if (drawing && !same_band) {
             held = first;
             // The last pair, and before the row when that is half a pair.
             u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
             const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
-                                           s.src.stride, rows, &first, &last, &bound);
+                                           s.src.stride, rows, &first, &last, &bound, !reads_one_row);
             drawing = pitch != 0;
-            if (!drawing)
-                return;
             params.stride = static_cast<u32>(pitch);
             place = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
             row_filter.forget();
         }
-        row_filter(place, params, memory.at());
+        if (!drawing)
+            return;
+        if (is_rgb)
+            return row_filter(place, params, dst);
+        if (!same_band || !reads_one_row)
+            row_filter(place, params, memory.at());
         to_dst(memory.at(), dst, s.to.w);
     });
 }

@@ -1,5 +1,6 @@
 // Opaque scaling by the nearest sample. Every destination row is one span call, or a copy of the row above
 // when both come from the same source row.
+#include "isa/kernels.h"
 #include "scale/scale.h"
 
 #include <string.h>
@@ -17,13 +18,6 @@ struct Walk {
     uintptr_t to_offset;   // bytes from a destination row's start to the rectangle
     u32 repeated_bytes;    // of a destination row that is copied from the one above
 };
-
-void span_565(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
-{
-    i64 at = x;
-    for (u32 i = 0; i < count; ++i, at += step)
-        store(static_cast<u16*>(dst) + i, load<u16>(moved(src, bytes_of(at >> 16, 2))));
-}
 
 // The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last
 // byte.
@@ -127,7 +121,7 @@ u32 scale(const Scale& s)
     if (!s.equivalent())
         return scale_yuv_to_rgb(s);
     if (s.src.format == VEXLOR_FMT_565)
-        return scale_pixels(s, 2, span_565);
+        return scale_pixels(s, 2, kernels().scale_opaque_nofilt_565);
     if (is_yuv(s.src.format))
         return scale_pairs(s);
     if (!is_rgb32(s.src.format))

@@ -12,7 +12,7 @@ class RowFilter {
 public:
     RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, bool rows_stay)
         : filter(whole), passes(rows_stay ? passes_of(whole) : Passes{}),
-          columns((u64{params.count} + column_block - 1) / column_block * column_block),
+          columns(with_whole_blocks(params.count)),
           memory(passes.taps == 0
                      ? 0
                      : columns * (passes.column_bytes + u64{passes.taps} * passes.value_bytes) + column_block)

@@ -116,14 +116,14 @@ TEST(Kernels, AreEqualInEverySet)
             &K::Y8V8Y8U8_2_X8R8G8B8, &K::Y8V8Y8U8_2_B8G8R8X8, &K::U8Y8V8Y8_2_X8R8G8B8,
             &K::U8Y8V8Y8_2_B8G8R8X8, &K::X8R8G8B8_2_Y8V8Y8U8, &K::B8G8R8X8_2_Y8V8Y8U8,
             &K::X8R8G8B8_2_U8Y8V8Y8, &K::B8G8R8X8_2_U8Y8V8Y8, &K::scale_opaque_nofilt_32,
-            &K::scale_opaque_nofilt_aone_8888, &K::scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8,
-            &K::scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8, &K::scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8,
-            &K::scale_opaque_nofilt_U8Y8V8Y8_2_B8G8R8X8, &K::scale_blend_over_src_nofilt_8888,
-            &K::scale_blend_over_src_nofilt_8888_pre, &K::scale_blend_over_src_nofilt_arepl_8888,
-            &K::scale_blend_over_src_nofilt_arepl_8888_pre, &K::scale_blend_over_src_nofilt_aone_8888,
-            &K::scale_blend_over_src_nofilt_aone_8888_pre, &K::lerp_8888, &K::lerp_pre_8888,
-            &K::lerp_arepl_8888, &K::lerp_pre_arepl_8888, &K::lerp_aone_8888, &K::lerp_pre_aone_8888,
-            &K::lerp_565, &K::lerp_pre_565);
+            &K::scale_opaque_nofilt_aone_8888, &K::scale_opaque_nofilt_565,
+            &K::scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8, &K::scale_opaque_nofilt_Y8V8Y8U8_2_B8G8R8X8,
+            &K::scale_opaque_nofilt_U8Y8V8Y8_2_X8R8G8B8, &K::scale_opaque_nofilt_U8Y8V8Y8_2_B8G8R8X8,
+            &K::scale_blend_over_src_nofilt_8888, &K::scale_blend_over_src_nofilt_8888_pre,
+            &K::scale_blend_over_src_nofilt_arepl_8888, &K::scale_blend_over_src_nofilt_arepl_8888_pre,
+            &K::scale_blend_over_src_nofilt_aone_8888, &K::scale_blend_over_src_nofilt_aone_8888_pre,
+            &K::lerp_8888, &K::lerp_pre_8888, &K::lerp_arepl_8888, &K::lerp_pre_arepl_8888,
+            &K::lerp_aone_8888, &K::lerp_pre_aone_8888, &K::lerp_565, &K::lerp_pre_565);
     }
 }
 

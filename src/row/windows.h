@@ -1,0 +1,47 @@
+// Windows of a row of pixels: so many pixels from any one on, for permutes to pick from. They are read where they lie
+// inside the row. Those that reach beyond its end come from a copy of the end, with the last pixel repeated.
+#pragma once
+
+#include "base.h"
+
+#include <string.h>
+
+namespace vexlor {
+namespace {
+
+template <class Word> struct SourceRow {
+    const u8* start;
+    i64 last; // index of the last pixel
+    const u8* at(i64 index) const { return moved(start, bytes_of(index, sizeof(Word))); }
+    // An index, or the last one.
+    i64 inside(i64 index) const { return index < last ? index : last; }
+};
+
+// From any pixel up to the last one.
+template <class Word, u32 length> class Windows {
+public:
+    explicit Windows(const SourceRow<Word>& source)
+        : row(source), from(row.last + 1 > length ? row.last + 1 - length : 0)
+    {
+        u32 owned = length;
+        if (row.last + 1 >= length)
+            memcpy(end, row.at(from), sizeof end / 2);
+        else
+            for (owned = 0; owned <= row.last; ++owned)
+                end[owned] = load<Word>(row.at(owned));
+        for (u32 i = owned; i < 2 * length; ++i)
+            end[i] = end[owned - 1];
+    }
+    const u8* operator()(i64 at) const
+    {
+        return at < from ? row.at(at) : reinterpret_cast<const u8*>(end + (at - from));
+    }
+
+private:
+    const SourceRow<Word>& row;
+    i64 from;
+    Word end[2 * length];
+};
+
+} // namespace
+} // namespace vexlor
