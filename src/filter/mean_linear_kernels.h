@@ -38,7 +38,7 @@ template <class Pixel, class X> void prepare_columns(const vexlor_filter_params&
 
 // Mixes whole vectors up to column `count`, and beyond it when they do not end there.
 template <class Pixel, class X, u32 Bytes>
-void mix_vectors(const auto& taps, const Columns<Pixel>& columns, u32 count, typename Pixel::Word* values)
+void mix_vectors(const auto& taps, Columns<Pixel> columns, u32 count, typename Pixel::Word* values)
 {
     using Lanes = PixelVector<Pixel, Bytes>;
     for (u32 i = 0; i < count; i += Lanes::count) {

@@ -13,19 +13,19 @@ template <class Pixel, class X, class Y>
 u32 find_mean_linear_rows(const FilterPlace& at, const vexlor_filter_params& p, TapRow* rows)
 {
     const uintptr_t down = bytes_of(Y::rows_below(p), p.stride);
-    const TapRow upper{address(at.row) + down, address(at.row_end) + down};
-    rows[0] = rows[1] = upper; // a row mixed with itself is what is left where there is none below
-    const auto left_tap = [&](u32 i) {
-        return taps_at<Pixel, X>(upper.start, upper.end, i64{i} * p.xstep, p).left;
+    const uintptr_t start = address(at.row) + down, end = address(at.row_end) + down;
+    rows[0] = {start, end};
+    rows[1] = {start, end}; // a row mixed with itself is what is left where there is none below
+    const auto reaches_below = [&](u32 i) {
+        return has_row_below(taps_at<Pixel, X>(start, end, i64{i} * p.xstep, p).left, p.stride, at.last);
     };
-    const auto reaches_below = [&](u32 i) { return has_row_below(left_tap(i), p.stride, at.last); };
 
-    if (p.count == 0 || upper.end < upper.start)
+    if (p.count == 0 || end < start)
         return p.count;
     if (!Y::mixes(p))
         return 0;
-    if (reaches_below(p.count - 1) && has_row_below(upper.end, p.stride, at.last)) {
-        rows[1] = {upper.start + p.stride, upper.end + p.stride};
+    if (reaches_below(p.count - 1) && has_row_below(end, p.stride, at.last)) {
+        rows[1] = {start + p.stride, end + p.stride};
         return 0;
     }
     // Steps go to the right: the pixels whose lower taps lie before the last one come first.
@@ -64,7 +64,8 @@ struct FilterPasses {
 };
 
 // across and down are those of the set.
-template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, DownFn down)
+template <class Pixel, class X, class Y>
+Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr)
 {
     return {.taps = 2,
             .value_bytes = sizeof(typename Pixel::Word),
@@ -72,7 +73,8 @@ template <class Pixel, class X, class Y> Passes mean_linear(AcrossFn across, Dow
             .prepare = prepare_columns<Pixel, X>,
             .find_rows = find_mean_linear_rows<Pixel, X, Y>,
             .across = across,
-            .down = down};
+            .down = down,
+            .both = both};
 }
 
 template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, DownFn down)
@@ -95,7 +97,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter)
     const Kernels& k = kernels();
     // clang-format off
     const FilterPasses all[] = {
-        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888)},
+        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888, k.halve_8888)},
         {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(k.mean_across_8888, k.linear_down_8888)},
         {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(k.linear_across_8888, k.mean_down_8888)},
         {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(k.linear_across_8888, k.linear_down_8888)},

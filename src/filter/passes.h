@@ -36,6 +36,9 @@ using AcrossFn = void (*)(TapRow row, const vexlor_filter_params& params, const 
 // From one row of values per tap into count pixels, and not beyond.
 using DownFn = void (*)(const void* const* values, const vexlor_filter_params& params, void* out);
 
+// Both passes at once, from the named source rows into pixels; false where that is no better.
+using BothFn = bool (*)(const TapRow* rows, const vexlor_filter_params& params, void* out);
+
 struct Passes {
     u32 taps = 0;                // source rows per destination row; 0 for filters that have no passes
     u32 value_bytes = 0;         // of a column of a row of values
@@ -44,6 +47,7 @@ struct Passes {
     FindRowsFn find_rows = nullptr;
     AcrossFn across = nullptr;
     DownFn down = nullptr;
+    BothFn both = nullptr; // null for never
 };
 
 // The passes of a filter, for the best instruction set.

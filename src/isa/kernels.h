@@ -75,6 +75,7 @@ struct Kernels {
     DownFn linear_down_8888;
     DownFn mean_down_565;
     DownFn linear_down_565;
+    BothFn halve_8888;
 
     // Null where the filters themselves serve.
     AcrossFn gauss_across_8888;

@@ -23,14 +23,14 @@ public:
     explicit Windows(const SourceRow<Word>& source)
         : row(source), from(row.last + 1 > length ? row.last + 1 - length : 0)
     {
-        u32 owned = length;
+        const Word pixel = load<Word>(row.at(row.last));
+        for (u32 i = length; i < 2 * length; ++i)
+            end[i] = pixel;
         if (row.last + 1 >= length)
             memcpy(end, row.at(from), sizeof end / 2);
         else
-            for (owned = 0; owned <= row.last; ++owned)
-                end[owned] = load<Word>(row.at(owned));
-        for (u32 i = owned; i < 2 * length; ++i)
-            end[i] = end[owned - 1];
+            for (u32 i = 0; i < length; ++i)
+                end[i] = load<Word>(row.at(row.inside(i)));
     }
     const u8* operator()(i64 at) const
     {

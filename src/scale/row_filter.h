@@ -49,6 +49,8 @@ private:
         const u32 apart = passes.find_rows(place, params, rows);
         if (apart == params.count)
             return apart;
+        if (passes.both && passes.both(rows, params, out))
+            return apart;
         const void* values[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)
             values[tap] = values_of(rows, tap, params);

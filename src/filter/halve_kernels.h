@@ -1,0 +1,90 @@
+// Both passes of the 32-bit box filter at once, for a picture that is halved: no row of values would serve twice.
+#pragma once
+
+#include "filter/mean_linear.h"
+#include "filter/passes.h"
+#include "row/byte_ops.h"
+#include "row/windows.h"
+
+namespace vexlor {
+namespace {
+
+#if defined(__AVX2__)
+
+inline __m256i multiply_high(__m256i a, __m256i b) { return _mm256_mulhi_epu16(a, b); }
+inline __m256i add_words(__m256i a, __m256i b) { return _mm256_add_epi16(a, b); }
+inline __m256i after_pack(__m256i a) { return _mm256_permute4x64_epi64(a, 0xD8); }
+#if defined(__AVX512BW__)
+inline __m512i multiply_high(__m512i a, __m512i b) { return _mm512_mulhi_epu16(a, b); }
+inline __m512i add_words(__m512i a, __m512i b) { return _mm512_add_epi16(a, b); }
+inline __m512i after_pack(__m512i a)
+{
+    return _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), a);
+}
+#endif
+
+class Halving {
+public:
+    using Bits = Native<vector_bytes>::Type;
+    static constexpr u32 pixels = vector_bytes / 4; // that a vector makes
+
+    Halving(const TapRow* rows, i64 first)
+        : source{source_of(rows[0]), source_of(rows[1])}, upper(source[0]), lower(source[1]), column(first)
+    {}
+    Bits operator()(u32 i) const
+    {
+        const i64 at = source[0].inside(column + i64{i} * 2);
+        const u8 *const above = upper(at), *const below = lower(at);
+        return after_pack(
+            pack_unsigned(mean(above, below), mean(above + vector_bytes, below + vector_bytes)));
+    }
+
+private:
+    static SourceRow<u32> source_of(TapRow row)
+    {
+        return {reinterpret_cast<const u8*>(row.start), static_cast<i64>((row.end - row.start) / 4)};
+    }
+    // 127/256 of channels in 16 bits each.
+    static Bits lessened(Bits sums) { return multiply_high(sums, bits(127 << 8)); }
+    static Bits bits(u32 word)
+    {
+        return reinterpret_cast<Bits>(Vector<vector_bytes>::U32{} + word * 0x10001);
+    }
+    static Bits across(const u8* at)
+    {
+        const __m128i neighbours = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
+        return lessened(multiply_add_bytes(shuffle_bytes(load<Bits>(at), neighbours), bits(0x0101)));
+    }
+    static Bits mean(const u8* above, const u8* below)
+    {
+        return lessened(add_words(across(above), across(below)));
+    }
+
+    SourceRow<u32> source[2];
+    Windows<u32, 2 * pixels> upper, lower;
+    i64 column;
+};
+
+#endif
+
+inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] const vexlor_filter_params& p,
+                       [[maybe_unused]] void* out)
+{
+#if defined(__AVX2__)
+    constexpr u32 pixels = Halving::pixels;
+    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels)
+        return false;
+    const Halving halving(rows, Mean::first_tap(0, p));
+    auto* const to = static_cast<u32*>(out);
+    const u32 last = p.count - pixels;
+    for (u32 i = 0; i < last; i += pixels)
+        store(to + i, halving(i));
+    store(to + last, halving(last));
+    return true;
+#else
+    return false;
+#endif
+}
+
+} // namespace
+} // namespace vexlor
