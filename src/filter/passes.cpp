@@ -1,6 +1,7 @@
 // Which passes make up a filter.
 #include "filter/passes.h"
 
+#include "filter/gauss_catrom.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 
@@ -12,19 +13,19 @@ template <class Pixel, class X, class Y>
 u32 find_mean_linear_rows(const FilterPlace& at, const vexlor_filter_params& p, TapRow* rows)
 {
     const uintptr_t down = bytes_of(Y::rows_below(p), p.stride);
-    const TapRow upper{address(at.row) + down, address(at.row_end) + down};
-    rows[0] = rows[1] = upper; // a row mixed with itself is what is left where there is none below
-    const auto left_tap = [&](u32 i) {
-        return taps_at<Pixel, X>(upper.start, upper.end, i64{i} * p.xstep, p).left;
+    const uintptr_t start = address(at.row) + down, end = address(at.row_end) + down;
+    rows[0] = {start, end};
+    rows[1] = {start, end}; // a row mixed with itself is what is left where there is none below
+    const auto reaches_below = [&](u32 i) {
+        return has_row_below(taps_at<Pixel, X>(start, end, i64{i} * p.xstep, p).left, p.stride, at.last);
     };
-    const auto reaches_below = [&](u32 i) { return has_row_below(left_tap(i), p.stride, at.last); };
 
-    if (p.count == 0 || upper.end < upper.start)
+    if (p.count == 0 || end < start)
         return p.count;
     if (!Y::mixes(p))
         return 0;
-    if (reaches_below(p.count - 1) && has_row_below(upper.end, p.stride, at.last)) {
-        rows[1] = {upper.start + p.stride, upper.end + p.stride};
+    if (reaches_below(p.count - 1) && has_row_below(end, p.stride, at.last)) {
+        rows[1] = {start + p.stride, end + p.stride};
         return 0;
     }
     // Steps go to the right: the pixels whose lower taps lie before the last one come first.
@@ -32,6 +33,29 @@ u32 find_mean_linear_rows(const FilterPlace& at, const vexlor_filter_params& p, 
     while (apart < p.count && reaches_below(apart))
         ++apart;
     return apart;
+}
+
+template <class X, class Y> void prepare_taps(const vexlor_filter_params& p, void* columns)
+{
+    i64 position = 0;
+    for (u32 i = 0; i < p.count; ++i, position += p.xstep)
+        static_cast<typename X::Column*>(columns)[i] =
+            X::column(static_cast<u32>(position), centre(position, p.*column_offset<X, Y>));
+}
+
+// Rows that pixels do not fill evenly are left to the filter.
+template <class Pixel, class Y>
+u32 find_gauss_catrom_rows(const FilterPlace& place, const vexlor_filter_params& p, TapRow* rows)
+{
+    find_rows<Pixel, Y>(place, p, rows);
+    for (u32 j = 0; j < Y::taps; ++j)
+        if (rows[j].end < rows[j].start || (rows[j].end - rows[j].start) % sizeof(typename Pixel::Word) != 0)
+            return p.count;
+    // On a row, the rows around it weigh nothing.
+    if (__is_same(Y, CatRom) && (p.ypos & 0xFFFF) == 0)
+        for (u32 j = 0; j < Y::taps; ++j)
+            rows[j] = rows[1];
+    return 0;
 }
 
 struct FilterPasses {
@@ -53,6 +77,19 @@ Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr)
             .both = both};
 }
 
+template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, DownFn down)
+{
+    if (!across)
+        return {};
+    return {.taps = Y::taps,
+            .value_bytes = 4 * sizeof(double),
+            .column_bytes = sizeof(typename X::Column),
+            .prepare = prepare_taps<X, Y>,
+            .find_rows = find_gauss_catrom_rows<Pixel, Y>,
+            .across = across,
+            .down = down};
+}
+
 } // namespace
 
 Passes vexlor::passes_of(vexlor_filter_fn filter)
@@ -68,6 +105,14 @@ Passes vexlor::passes_of(vexlor_filter_fn filter)
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(k.mean_across_565, k.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(k.linear_across_565, k.mean_down_565)},
         {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(k.linear_across_565, k.linear_down_565)},
+        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(k.gauss_across_for_gauss_8888, k.gauss_down_of_gauss_8888)},
+        {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(k.gauss_across_8888, k.catrom_down_8888)},
+        {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(k.catrom_across_8888, k.gauss_down_8888)},
+        {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(k.catrom_across_8888, k.catrom_down_8888)},
+        {vexlor_filter_xgauss_ygauss_565,    gauss_catrom<Pixel565, Gauss, Gauss>(k.gauss_across_565, k.gauss_down_565)},
+        {vexlor_filter_xgauss_ycatrom_565,   gauss_catrom<Pixel565, Gauss, CatRom>(k.gauss_across_565, k.catrom_down_565)},
+        {vexlor_filter_xcatrom_ygauss_565,   gauss_catrom<Pixel565, CatRom, Gauss>(k.catrom_across_565, k.gauss_down_565)},
+        {vexlor_filter_xcatrom_ycatrom_565,  gauss_catrom<Pixel565, CatRom, CatRom>(k.catrom_across_565, k.catrom_down_565)},
     };
     // clang-format on
     for (const FilterPasses& entry : all)

@@ -83,6 +83,18 @@ struct Kernels {
     DownFn mean_down_565;
     DownFn linear_down_565;
     BothFn halve_8888;
+
+    // Null where the filters themselves serve.
+    AcrossFn gauss_across_8888;
+    AcrossFn gauss_across_for_gauss_8888;
+    AcrossFn catrom_across_8888;
+    AcrossFn gauss_across_565;
+    AcrossFn catrom_across_565;
+    DownFn gauss_down_8888;
+    DownFn gauss_down_of_gauss_8888;
+    DownFn catrom_down_8888;
+    DownFn gauss_down_565;
+    DownFn catrom_down_565;
 };
 
 enum class Set { baseline, avx2, avx512 };

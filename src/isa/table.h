@@ -4,6 +4,7 @@
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
 #include "filter/halve_kernels.h"
+#include "filter/gauss_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/memory_kernels.h"
@@ -82,6 +83,16 @@ constexpr Kernels table = {
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
     .halve_8888 = halve_8888,
+    .gauss_across_8888 = across<Pixel8888, Gauss>,
+    .gauss_across_for_gauss_8888 = gauss_across_for_gauss_8888,
+    .catrom_across_8888 = across<Pixel8888, CatRom>,
+    .gauss_across_565 = across<Pixel565, Gauss>,
+    .catrom_across_565 = across<Pixel565, CatRom>,
+    .gauss_down_8888 = down<Pixel8888, Gauss>,
+    .gauss_down_of_gauss_8888 = gauss_down_of_gauss_8888,
+    .catrom_down_8888 = down<Pixel8888, CatRom>,
+    .gauss_down_565 = down<Pixel565, Gauss>,
+    .catrom_down_565 = down<Pixel565, CatRom>,
 };
 
 } // namespace

@@ -1,0 +1,200 @@
+// Colours as vectors: four components in double precision, and rows of pixels packed from their fields. Every component is
+// a single, as the filters store it: products of two singles are exact, so that fusing them with a sum rounds as the
+// filters do.
+#pragma once
+
+#include "filter/pixels.h"
+#include "row/lanes.h"
+
+namespace vexlor {
+namespace {
+
+#if defined(__SSE2__)
+
+#if defined(__AVX2__)
+struct Colour {
+    __m256d v;
+    static Colour at(const double* value) { return {_mm256_loadu_pd(value)}; }
+    static Colour all(double component) { return {_mm256_set1_pd(component)}; }
+    static Colour widened(__m128 components) { return {_mm256_cvtps_pd(components)}; }
+    __m128 rounded() const { return _mm256_cvtpd_ps(v); }
+    void to(double* value) const { _mm256_storeu_pd(value, v); }
+    friend Colour operator*(Colour a, Colour b) { return {_mm256_mul_pd(a.v, b.v)}; }
+};
+inline Colour plus_product(Colour sum, Colour a, Colour b) { return {_mm256_fmadd_pd(a.v, b.v, sum.v)}; }
+#else
+struct Colour {
+    __m128d a, b;
+    static Colour at(const double* value) { return {_mm_loadu_pd(value), _mm_loadu_pd(value + 2)}; }
+    static Colour all(double component) { return {_mm_set1_pd(component), _mm_set1_pd(component)}; }
+    static Colour widened(__m128 components)
+    {
+        return {_mm_cvtps_pd(components), _mm_cvtps_pd(_mm_movehl_ps(components, components))};
+    }
+    __m128 rounded() const { return _mm_movelh_ps(_mm_cvtpd_ps(a), _mm_cvtpd_ps(b)); }
+    void to(double* value) const
+    {
+        _mm_storeu_pd(value, a);
+        _mm_storeu_pd(value + 2, b);
+    }
+    friend Colour operator*(Colour x, Colour y) { return {_mm_mul_pd(x.a, y.a), _mm_mul_pd(x.b, y.b)}; }
+};
+inline Colour plus_product(Colour sum, Colour x, Colour y)
+{
+    return {_mm_add_pd(sum.a, _mm_mul_pd(x.a, y.a)), _mm_add_pd(sum.b, _mm_mul_pd(x.b, y.b))};
+}
+#endif
+
+// The components of a pixel, or with wide vectors of two neighbours.
+#if defined(__AVX2__)
+using Floats = __m256;
+using Ints = __m256i;
+inline Floats floats_at(u32 i, auto components) { return _mm256_set_m128(components(i + 1), components(i)); }
+inline Floats clamped(Floats c)
+{
+    return _mm256_min_ps(_mm256_max_ps(c, _mm256_setzero_ps()), _mm256_set1_ps(1));
+}
+#else
+using Floats = __m128;
+using Ints = __m128i;
+inline Floats floats_at(u32 i, auto components) { return components(i); }
+#endif
+inline __m128 clamped(__m128 c) { return _mm_min_ps(_mm_max_ps(c, _mm_setzero_ps()), _mm_set1_ps(1)); }
+
+constexpr u32 block_pixels = sizeof(Floats) / 4; // that are packed at once
+constexpr u32 components = 4;                    // of a value; the fourth of a 565 pixel is 0
+
+inline Colour unpack_fields(__m128i fields, __m128 reciprocals)
+{
+    return Colour::widened(_mm_mul_ps(_mm_cvtepi32_ps(fields), reciprocals));
+}
+
+// What the filters do pixel by pixel, here for vectors: fields from and into memory.
+template <class Pixel> struct Fields;
+
+template <> struct Fields<Pixel8888> {
+    static __m128i of(u32 pixel)
+    {
+        const __m128i bytes = _mm_cvtsi32_si128(static_cast<int>(pixel)), zero = _mm_setzero_si128();
+        return _mm_unpacklo_epi16(_mm_unpacklo_epi8(bytes, zero), zero);
+    }
+    static __m128 reciprocals() { return _mm_set1_ps(1.0F / 255); }
+    static void unpack(u32 pixel, double* value) { unpack_fields(of(pixel), reciprocals()).to(value); }
+#if defined(__AVX2__)
+    static void unpack_pair(const void* pair, double* values)
+    {
+        const __m256i fields = _mm256_cvtepu8_epi32(_mm_loadl_epi64(static_cast<const __m128i*>(pair)));
+        const __m256 c = _mm256_mul_ps(_mm256_cvtepi32_ps(fields), _mm256_set1_ps(1.0F / 255));
+        Colour::widened(_mm256_castps256_ps128(c)).to(values);
+        Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + components);
+    }
+#else
+    static void unpack_pair(const void* pair, double* values)
+    {
+        unpack(load<u32>(pair), values);
+        unpack(load<u32>(moved(pair, 4)), values + components);
+    }
+#endif
+
+    // A product of 255 and a single below n / 255 is rounded to a single below n, so that cutting it off needs no more
+    // digits.
+#if defined(__AVX2__)
+    static Ints cut_off(Floats c) { return _mm256_cvttps_epi32(_mm256_mul_ps(c, _mm256_set1_ps(255))); }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        const Ints pixels = _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d));
+        store(out, _mm256_permutevar8x32_epi32(pixels, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
+    }
+#else
+    static Ints cut_off(Floats c) { return _mm_cvttps_epi32(_mm_mul_ps(c, _mm_set1_ps(255))); }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        store(out, _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d)));
+    }
+#endif
+};
+
+template <> struct Fields<Pixel565> {
+    static __m128i of(u32 pixel)
+    {
+#if defined(__AVX2__)
+        const __m128i shifted =
+            _mm_srlv_epi32(_mm_set1_epi32(static_cast<int>(pixel)), _mm_setr_epi32(11, 5, 0, 0));
+        return _mm_and_si128(shifted, _mm_setr_epi32(31, 63, 31, 0));
+#else
+        const auto field = [](u32 value) { return static_cast<int>(value); };
+        return _mm_setr_epi32(field(pixel >> 11), field(pixel >> 5 & 63), field(pixel & 31), 0);
+#endif
+    }
+    static __m128 reciprocals() { return _mm_setr_ps(1.0F / 31, 1.0F / 63, 1.0F / 31, 0); }
+    static void unpack(u32 pixel, double* value) { unpack_fields(of(pixel), reciprocals()).to(value); }
+    static void unpack_pair(const void* pair, double* values)
+    {
+        unpack(load<u16>(pair), values);
+        unpack(load<u16>(moved(pair, 2)), values + components);
+    }
+    static __m128 scales() { return _mm_setr_ps(31, 63, 31, 0); }
+
+#if defined(__AVX2__)
+    // Products of 31 would be rounded up to whole numbers. The sum is rounded to whole numbers instead, half a one too
+    // low: only a component of 1, exactly between two, comes out one too low.
+    static Ints cut_off(Floats c)
+    {
+        const Floats whole_numbers = _mm256_set1_ps(0x1p23F);
+        const Floats sum =
+            _mm256_fmadd_ps(c, _mm256_set_m128(scales(), scales()), _mm256_set1_ps(0x1p23F - 0.5F));
+        const Ints n = _mm256_sub_epi32(_mm256_castps_si256(_mm256_max_ps(sum, whole_numbers)),
+                                        _mm256_castps_si256(whole_numbers));
+        return _mm256_sub_epi32(n, _mm256_castps_si256(_mm256_cmp_ps(c, _mm256_set1_ps(1), _CMP_EQ_OQ)));
+    }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        const Ints places = _mm256_set1_epi64x(0x0000'0001'0020'0800);
+        const Ints pixels = _mm256_hadd_epi32(_mm256_madd_epi16(_mm256_packs_epi32(a, b), places),
+                                              _mm256_madd_epi16(_mm256_packs_epi32(c, d), places));
+        const Ints words = _mm256_packus_epi32(pixels, pixels);
+        store(out, _mm_unpacklo_epi16(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1)));
+    }
+#else
+    static Ints cut_off(Floats c)
+    {
+        const Colour exact = Colour::widened(c) * Colour::widened(scales());
+        return _mm_unpacklo_epi64(_mm_cvttpd_epi32(exact.a), _mm_cvttpd_epi32(exact.b));
+    }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        const Ints places = _mm_set1_epi64x(0x0000'0001'0020'0800);
+        const __m128 ab = _mm_castsi128_ps(_mm_madd_epi16(_mm_packs_epi32(a, b), places));
+        const __m128 cd = _mm_castsi128_ps(_mm_madd_epi16(_mm_packs_epi32(c, d), places));
+        const Ints pixels = _mm_add_epi32(_mm_castps_si128(_mm_shuffle_ps(ab, cd, 0b10'00'10'00)),
+                                          _mm_castps_si128(_mm_shuffle_ps(ab, cd, 0b11'01'11'01)));
+        // Signed halves, which the pack leaves alone.
+        const Ints halves = _mm_srai_epi32(_mm_slli_epi32(pixels, 16), 16);
+        _mm_storel_epi64(static_cast<__m128i*>(out), _mm_packs_epi32(halves, halves));
+    }
+#endif
+};
+
+// Packs count pixels from the fields(i) of pixel i and, with wide vectors, of its neighbour.
+template <class Pixel> inline void pack_row(u32 count, void* out, auto fields)
+{
+    constexpr u32 bytes = sizeof(typename Pixel::Word);
+    const auto pack = [&](u32 i, void* to) __attribute__((always_inline))
+    {
+        constexpr u32 n = block_pixels / 4;
+        Fields<Pixel>::pack(fields(i), fields(i + n), fields(i + 2 * n), fields(i + 3 * n), to);
+    };
+    u32 i = 0;
+    for (; count - i >= block_pixels; i += block_pixels)
+        pack(i, moved(out, uintptr_t{i} * bytes));
+    if (i < count) {
+        typename Pixel::Word rest[block_pixels];
+        pack(i, rest);
+        __builtin_memcpy(moved(out, uintptr_t{i} * bytes), rest, (count - i) * bytes);
+    }
+}
+
+#endif
+
+} // namespace
+} // namespace vexlor
