@@ -76,6 +76,8 @@ struct Kernels {
     DownFn mean_down_565;
     DownFn linear_down_565;
     BothFn halve_8888;
+
+    void (*copy_past_caches)(void* dst, const void* src, size_t bytes);
 };
 
 enum class Set { baseline, avx2, avx512 };

@@ -6,6 +6,7 @@
 #include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
+#include "row/stream_kernels.h"
 #include "row/yuv_kernels.h"
 #include "scale/lerp_kernels.h"
 #include "scale/span_kernels.h"
@@ -76,6 +77,7 @@ constexpr Kernels table = {
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
     .halve_8888 = halve_8888,
+    .copy_past_caches = copy_past_caches,
 };
 
 } // namespace
