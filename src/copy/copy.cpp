@@ -76,7 +76,6 @@ struct RowCopy {
 // that touch are one, and pictures larger than most caches go past them. False when they are no such rows.
 bool copy_whole_rows(const Copy& c, const u8* src, u8* dst, u32 row_bytes)
 {
-    constexpr u64 streamed_from = 8 << 20;
     const bool own =
         c.ctx.memcpy_stream == vexlor_memcpy_x86 || c.ctx.memcpy_stream == vexlor_memcpy_stream_sse;
     if (!own || row_bytes % 4 != 0 || c.rows == 0)
@@ -89,7 +88,7 @@ bool copy_whole_rows(const Copy& c, const u8* src, u8* dst, u32 row_bytes)
     const bool touch = c.src.stride == row_bytes && c.dst.stride == row_bytes;
     const auto bytes = static_cast<size_t>(touch ? dst_bytes : row_bytes);
     const u32 rows = touch ? 1 : static_cast<u32>(c.rows);
-    if (u64{bytes} * rows >= streamed_from)
+    if (u64{bytes} * rows >= larger_than_caches)
         kernels().copy_rows_streaming(dst, c.dst.stride, src, c.src.stride, bytes, rows);
     else
         for (u32 i = 0; i < rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))

@@ -7,6 +7,9 @@
 
 namespace vexlor {
 
+// Bytes from which on a picture pays by going past the caches.
+constexpr u64 larger_than_caches = 4 << 20;
+
 struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
     void (*copy_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,

@@ -3,8 +3,8 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
-#include "filter/halve_kernels.h"
 #include "filter/gauss_kernels.h"
+#include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 #include "row/memory_kernels.h"
