@@ -11,7 +11,7 @@
  *  - Formats, filters and alpha settings are enums.
  *
  *     std::vector<uint32_t> pixels(640 * 480);
- *     vexlor::surface_view screen(std::span(pixels), 640, 480, vexlor::format::b8g8r8x8);
+ *     vexlor::surface_view screen(pixels, 640, 480, vexlor::format::b8g8r8x8);
  *     vexlor::throwing_context ctx;
  *     ctx.set_color(0x00345C).fill(screen, {0, 0, 640, 480});
  *
@@ -34,6 +34,7 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <ranges>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -208,6 +209,14 @@ constexpr rect intersection(rect a, rect b)
 /* Widths, heights and the sizes of scaled rectangles end here: positions are 16.16 fixed point. */
 constexpr int32_t largest_size = 32767;
 
+/* A vector, array or span of bytes or pixels that does not go away with the call. */
+template <class R>
+concept pixel_memory = std::ranges::contiguous_range<R> && std::ranges::sized_range<R> &&
+    std::ranges::borrowed_range<R> && std::is_trivially_copyable_v<std::ranges::range_value_t<R>>;
+template <class R>
+concept writable_memory =
+    pixel_memory<R> && !std::is_const_v<std::remove_reference_t<std::ranges::range_reference_t<R>>>;
+
 /* A surface to read from: borrowed memory that holds `height` rows of `width` pixels. Copies refer to the
  * same memory, which must outlive them. */
 class const_surface_view {
@@ -220,19 +229,18 @@ public:
      * Rows must start at multiples of 4 in the 32-bit formats, of 2 in the others.
      * Errors, in this order: unknown_format, bad_size, half_pair, stride_too_short, misaligned,
      * memory_too_short. */
-    template <class T, std::size_t N>
-    static outcome<const_surface_view> make(std::span<T, N> memory, int32_t width, int32_t height,
-                                            format code, std::size_t stride = 0)
+    template <pixel_memory R>
+    static outcome<const_surface_view> make(R&& memory, int32_t width, int32_t height, format code,
+                                            std::size_t stride = 0)
     {
         const_surface_view view;
-        const result r = view.fit(std::as_bytes(memory), width, height, code, stride);
+        const result r = view.fit(std::as_bytes(std::span(memory)), width, height, code, stride);
         return r == result::ok ? outcome<const_surface_view>(view) : r;
     }
 #if defined(__cpp_exceptions)
     /* As make(); throws the error. */
-    template <class T, std::size_t N>
-    const_surface_view(std::span<T, N> memory, int32_t width, int32_t height, format code,
-                       std::size_t stride = 0)
+    template <pixel_memory R>
+    const_surface_view(R&& memory, int32_t width, int32_t height, format code, std::size_t stride = 0)
         : const_surface_view(*checked(make(memory, width, height, code, stride)))
     {}
 #endif
@@ -286,19 +294,17 @@ private:
 class surface_view : public const_surface_view {
 public:
     /* As const_surface_view::make, over memory that may be written. */
-    template <class T, std::size_t N>
-    requires(!std::is_const_v<T>) static outcome<surface_view> make(std::span<T, N> memory, int32_t width,
-                                                                    int32_t height, format code,
-                                                                    std::size_t stride = 0)
+    template <writable_memory R>
+    static outcome<surface_view> make(R&& memory, int32_t width, int32_t height, format code,
+                                      std::size_t stride = 0)
     {
         surface_view view;
-        const result r = view.fit(std::as_bytes(memory), width, height, code, stride);
+        const result r = view.fit(std::as_bytes(std::span(memory)), width, height, code, stride);
         return r == result::ok ? outcome<surface_view>(view) : r;
     }
 #if defined(__cpp_exceptions)
-    template <class T, std::size_t N>
-    requires(!std::is_const_v<T>) surface_view(std::span<T, N> memory, int32_t width, int32_t height,
-                                               format code, std::size_t stride = 0)
+    template <writable_memory R>
+    surface_view(R&& memory, int32_t width, int32_t height, format code, std::size_t stride = 0)
         : surface_view(*checked(make(memory, width, height, code, stride)))
     {}
 #endif
