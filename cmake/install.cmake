@@ -24,6 +24,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vexlor.pc DESTINATION ${CMAKE_INSTALL_
 
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvexlor-doc)
 install(DIRECTORY docs/ DESTINATION ${doc_dir} COMPONENT doc)
+install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT doc PATTERN CMakeLists.txt EXCLUDE PATTERN "*.sha256" EXCLUDE)
 install(FILES README.md DESTINATION ${doc_dir} COMPONENT doc)
 
 if(PROJECT_IS_TOP_LEVEL)

@@ -111,7 +111,9 @@ public:
     result error() const { return reason; } /* ok when there is a value */
     T& operator*() & { return *held; }
     T&& operator*() && { return *std::move(held); }
+    const T& operator*() const& { return *held; }
     T* operator->() { return &*held; }
+    const T* operator->() const { return &*held; }
 
 private:
     std::optional<T> held;
