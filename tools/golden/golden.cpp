@@ -37,6 +37,13 @@ std::string Checksum::text() const
     return text;
 }
 
+std::string checksum(const void* data, size_t size)
+{
+    Checksum sum;
+    sum.add(data, size);
+    return sum.text();
+}
+
 bool has_simd()
 {
     vexlor_context* ctx = nullptr;

@@ -2,6 +2,7 @@
 // library promises its bytes on every machine, so a build whose table differs from the stored one is broken.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -19,6 +20,9 @@ std::vector<Line> draw_all();
 
 // As text, one line each under a heading.
 std::string table(const std::vector<Line>& lines);
+
+// A checksum as the table has it.
+std::string checksum(const void* data, size_t size);
 
 struct Verdict {
     int compared = 0;                     // checksums
