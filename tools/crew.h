@@ -18,20 +18,18 @@ public:
     {
         for (size_t i = 0; i < threads; ++i)
             workers_.push_back(hire());
-        for (const auto& worker : workers_)
-            threads_.emplace_back([this, &worker] { serve(*worker); });
+        try {
+            for (const auto& worker : workers_)
+                threads_.emplace_back([this, &worker] { serve(*worker); });
+        } catch (...) { // fewer threads than asked for: those that run must end
+            close();
+            throw;
+        }
     }
     Crew(const Crew&) = delete;
     Crew& operator=(const Crew&) = delete;
     // Tasks that nobody has begun are dropped.
-    ~Crew()
-    {
-        {
-            const std::lock_guard lock(mutex_);
-            closed_ = true;
-        }
-        wake_.notify_all();
-    }
+    ~Crew() { close(); }
 
     void submit(std::function<Result(Worker&)> task)
     {
@@ -53,6 +51,14 @@ public:
     }
 
 private:
+    void close()
+    {
+        {
+            const std::lock_guard lock(mutex_);
+            closed_ = true;
+        }
+        wake_.notify_all();
+    }
     void serve(Worker& worker)
     {
         for (;;) {
