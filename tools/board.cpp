@@ -40,7 +40,7 @@ void write_text(vexlor_context* ctx, const Surface& target, const std::string& t
 
 } // namespace
 
-Surface text_surface(const std::string& text, uint32_t to)
+Surface text_surface(const std::string& text, uint32_t pixel_format)
 {
     Picture picture = plain_picture(text_size(text), {0, 0, 0, 0});
     for (int32_t y = 0; y < picture.size.height; ++y)
@@ -48,7 +48,7 @@ Surface text_surface(const std::string& text, uint32_t to)
             if (static_cast<size_t>(x / 6) < text.size() &&
                 font_pixel(text[static_cast<size_t>(x / 6)], x % 6, y))
                 std::fill_n(picture.row(y) + size_t{4} * static_cast<size_t>(x), 4, uint8_t{255});
-    return pack(picture, to);
+    return pack(picture, pixel_format);
 }
 
 void Board::add(const std::string& label, const Surface& cell)

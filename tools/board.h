@@ -9,7 +9,7 @@
 namespace tool {
 
 // White on black, for labels and as something with sharp edges to be scaled.
-Surface text_surface(const std::string& text, uint32_t format);
+Surface text_surface(const std::string& text, uint32_t pixel_format);
 
 class Board {
 public:
