@@ -5,6 +5,7 @@
 #include "failure.h"
 #include "file.h"
 #include "formats.h"
+#include "output.h"
 
 #include <algorithm>
 #include <chrono>
@@ -15,29 +16,6 @@
 namespace tool {
 
 namespace {
-
-// Runs `make`, turning a BadValue into a Failure about the file.
-template <class Make> auto about(const std::string& file, Make make)
-{
-    try {
-        return make();
-    } catch (const BadValue& bad) {
-        throw Failure(shown(file), bad.what());
-    }
-}
-
-bool ends_with_one_of(const std::string& name, std::initializer_list<const char*> endings)
-{
-    return std::ranges::any_of(endings, [&name](const char* ending) { return name.ends_with(ending); });
-}
-
-void require_known_ending(const std::string& name)
-{
-    if (name.empty())
-        throw Failure("usage", "--output is required (without --compare-simd)");
-    if (!ends_with_one_of(name, {".png", ".raw", ".yuv", ".rgb"}))
-        throw Failure(name, "the output's name must end in .png, or in .raw, .yuv or .rgb for a raw frame");
-}
 
 // Calls the library with a new context, whose cache does not remember earlier calls; returns the call's time.
 double draw_once(const Drawing& drawing, Surface& surface, uint32_t simd)
@@ -58,24 +36,6 @@ std::string milliseconds(double seconds)
     char text[32];
     std::snprintf(text, sizeof text, "%.3f ms", seconds * 1e3);
     return text;
-}
-
-std::string size_text(int32_t width, int32_t height)
-{
-    return std::to_string(width) + "x" + std::to_string(height);
-}
-
-void write_surface(const std::string& name, const Surface& surface)
-{
-    if (name.ends_with(".png")) {
-        write_file(name, encode_png(name, about(name, [&surface] { return unpack(surface); })));
-        return;
-    }
-    std::vector<uint8_t> bytes;
-    bytes.reserve(surface.row_bytes() * static_cast<size_t>(surface.size().height));
-    for (int32_t y = 0; y < surface.size().height; ++y)
-        bytes.insert(bytes.end(), surface.row(y), surface.row(y) + surface.row_bytes());
-    write_file(name, bytes);
 }
 
 } // namespace
@@ -128,7 +88,7 @@ Picture Input::read() const
         throw Failure(shown(file), "a size and a stride are for raw frames, and the format is missing");
     if (!is_raw())
         return read_picture(file);
-    return about(file, [this] { return unpack(read_raw()); });
+    return about(shown(file), [this] { return unpack(read_raw()); });
 }
 
 void Target::declare(Options& options)
@@ -140,7 +100,7 @@ void Target::declare(Options& options)
         "--to", format,
         "format of the surface that is drawn on (default: the raw frame's own; 565 for a 565 source; "
         "else B8G8R8A8 for a picture with alpha, B8G8R8X8 for one without)");
-    options.text("-o,--output", output, "FILE", ".png, or .raw, .yuv, .rgb: the surface's bytes");
+    options.text("-o,--output", output, "FILE", output_help);
     options.number("--repeat", repeat, 1, 100000,
                    "draw N times, each on a fresh copy, and report the best time");
     options.word("--simd", simd, {"none", "sse", "sse2", "all"},
@@ -163,7 +123,7 @@ Surface Target::make(uint32_t like, Size otherwise, bool alpha) const
     const std::string name = !background.file.empty() ? background.file
                              : !output.empty()        ? output
                                                       : "the surface";
-    return about(name, [&] {
+    return about(shown(name), [&] {
         const Picture picture =
             !background.file.empty() ? background.read()
             : canvas
@@ -175,8 +135,9 @@ Surface Target::make(uint32_t like, Size otherwise, bool alpha) const
 
 void Target::draw(const Surface& before, const Drawing& drawing) const
 {
+    std::optional<Output> file;
     if (!output.empty() || !compare_simd)
-        require_known_ending(output);
+        file.emplace(output);
     const uint32_t with_simd = compare_simd && simd == simd_none ? simd_all : simd;
     Surface surface = before.copy();
     std::optional<Surface> portable;
@@ -194,16 +155,17 @@ void Target::draw(const Surface& before, const Drawing& drawing) const
             portable_seconds = std::min(portable_seconds, draw_once(drawing, *portable, simd_none));
         }
     }
-    if (!output.empty())
-        write_surface(output, surface);
+    if (file)
+        file->write(surface);
 
     const double rate = double(drawing.drawn.width) * drawing.drawn.height / seconds / 1e6;
     const std::string result =
         portable ? "portable " + milliseconds(portable_seconds) + ", SIMD " + milliseconds(seconds) + ", " +
                        difference(*portable, surface)
                  : milliseconds(seconds) + ", " + std::to_string(std::lround(rate)) + " Mpx/s";
-    std::printf("%s%s%s, %s, %s, %s\n", output.c_str(), output.empty() ? "" : ": ", drawing.operation.c_str(),
-                drawing.pixels.c_str(), drawing.area.c_str(), result.c_str());
+    std::fprintf(file ? file->report() : stdout, "%s%s%s, %s, %s, %s\n", output.c_str(),
+                 output.empty() ? "" : ": ", drawing.operation.c_str(), drawing.pixels.c_str(),
+                 drawing.area.c_str(), result.c_str());
 }
 
 void Transfer::declare(Options& options)
@@ -250,7 +212,7 @@ Surface Transfer::read_source() const
         premultiply(picture, premultiplied_by);
     if (open && is_rgb32(format) && picture.has_alpha)
         format = with_alpha(format, true);
-    return about(source.file, [&] { return pack(picture, format); });
+    return about(shown(source.file), [&] { return pack(picture, format); });
 }
 
 // Where a rectangle of size `drawn` goes.

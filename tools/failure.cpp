@@ -32,8 +32,8 @@ std::string describe(const std::string& operation, uint32_t result)
 
 } // namespace
 
-Refused::Refused(const std::string& operation, uint32_t result)
-    : std::runtime_error(describe(operation, result))
+Refused::Refused(const std::string& operation, uint32_t result, const std::string& advice)
+    : std::runtime_error(describe(operation, result) + (advice.empty() ? "" : ". " + advice))
 {}
 
 } // namespace tool

@@ -19,9 +19,20 @@ struct BadValue : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Runs `make`, turning a BadValue into a Failure about the subject.
+template <class Make> auto about(const std::string& subject, Make make)
+{
+    try {
+        return make();
+    } catch (const BadValue& bad) {
+        throw Failure(subject, bad.what());
+    }
+}
+
 // A drawing call that the library refused: exit status 1.
 struct Refused : std::runtime_error {
-    Refused(const std::string& operation, uint32_t result);
+    // `advice` says what would have been accepted.
+    Refused(const std::string& operation, uint32_t result, const std::string& advice = {});
 };
 
 } // namespace tool

@@ -14,9 +14,6 @@ namespace {
 
 using namespace tool;
 
-constexpr const Entry* entries[] = {&formats_entry, &info_entry, &fill_entry,  &copy_entry,
-                                    &blend_entry,   &test_entry, &scale_entry, &scene_entry};
-
 // Some messages come from libraries and may have several lines.
 int complain(std::string message, int status)
 {
@@ -32,10 +29,10 @@ int main(int argc, char** argv)
 {
     std::signal(SIGXFSZ, SIG_IGN); // a write past the file size limit fails as any other does
     try {
-        run_command(argc, argv, entries);
+        const int status = run_command(argc, argv, all_entries());
         if (std::fflush(stdout) != 0)
             throw Failure("standard output", std::strerror(errno));
-        return 0;
+        return status;
     } catch (const Refused& refused) {
         return complain(refused.what(), 1);
     } catch (const std::bad_alloc&) {

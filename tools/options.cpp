@@ -24,8 +24,12 @@ void Options::add(const std::string& name, const std::string& form, const std::s
             throw Failure(plain, bad.what());
         }
     };
-    app_.add_option_function(plain, checked, help)->type_name(form)->required(required);
+    list_.push_back({plain, form, help, required, {}});
+    if (app_ != nullptr)
+        app_->add_option_function(plain, checked, help)->type_name(form)->required(required);
 }
+
+std::string long_name(const OptionInfo& option) { return option.names.substr(option.names.rfind(',') + 1); }
 
 void Options::text(const std::string& name, std::string& value, const std::string& form,
                    const std::string& help)
@@ -35,7 +39,9 @@ void Options::text(const std::string& name, std::string& value, const std::strin
 
 void Options::flag(const std::string& name, bool& value, const std::string& help)
 {
-    app_.add_flag(name, value, help);
+    list_.push_back({name, "", help, false, {}});
+    if (app_ != nullptr)
+        app_->add_flag(name, value, help);
 }
 
 void Options::number(const std::string& name, int32_t& value, int32_t low, int32_t high,
@@ -48,6 +54,8 @@ void Options::number(const std::string& name, int32_t& value, int32_t low, int32
 void Options::format(const std::string& name, uint32_t& code, const std::string& help)
 {
     add(name, "FORMAT", help, [&code](const std::string& text) { code = format_named(text); });
+    for (const Format& known : formats)
+        list_.back().words.emplace_back(known.name);
 }
 
 void Options::word(const std::string& name, uint32_t& value, std::initializer_list<const char*> words,
@@ -63,24 +71,29 @@ void Options::word(const std::string& name, uint32_t& value, std::initializer_li
             throw BadValue("'" + text + "' is none of " + list);
         value = static_cast<uint32_t>(found - known.begin());
     });
+    list_.back().words = known;
 }
 
-void run_command(int argc, char** argv, std::span<const Entry* const> entries)
+int run_command(int argc, char** argv, std::span<const Entry* const> entries)
 {
-    CLI::App app("vexlor fills, copies, blends, converts and scales pictures with libvexlor, and times the "
-                 "library's call.\n"
+    CLI::App app("vexlor fills, copies, blends, converts and scales pictures with libvexlor.\n"
                  "Exit status: 0 done, 1 refused by the library, 2 bad usage or file.");
     app.name("vexlor");
     app.set_version_flag("--version", "vexlor " VEXLOR_TOOL_VERSION);
     app.require_subcommand(1);
     std::vector<std::unique_ptr<Command>> commands;
+    int status = 0;
     for (const Entry* entry : entries) {
         CLI::App* sub = app.add_subcommand(entry->name, entry->summary);
         sub->footer(std::string("Example:\n") + entry->example);
         Command* command = commands.emplace_back(entry->make()).get();
-        Options options(*sub);
+        std::vector<OptionInfo> list;
+        Options options(sub, list);
         command->declare(options);
-        sub->callback([command] { command->run(); });
+        sub->callback([command, &status] {
+            command->run();
+            status = command->status;
+        });
     }
     try {
         app.parse(argc, argv);
@@ -91,6 +104,19 @@ void run_command(int argc, char** argv, std::span<const Entry* const> entries)
         const std::string text = help.str();
         std::printf("%s%s", text.c_str(), text.ends_with('\n') ? "" : "\n");
     }
+    return status;
+}
+
+std::vector<Description> describe(std::span<const Entry* const> entries)
+{
+    std::vector<Description> descriptions;
+    for (const Entry* entry : entries) {
+        Description& made =
+            descriptions.emplace_back(Description{entry->name, entry->summary, entry->example, {}});
+        Options options(nullptr, made.options);
+        entry->make()->declare(options);
+    }
+    return descriptions;
 }
 
 } // namespace tool

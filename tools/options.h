@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -17,9 +18,24 @@ class App;
 
 namespace tool {
 
+// An option as help, manual and completion show it.
+struct OptionInfo {
+    std::string names; // "-o,--output", or "source" for an argument
+    std::string form;  // of the value; empty for a flag
+    std::string help;
+    bool required = false;
+    std::vector<std::string> words; // the values, where they are words
+
+    bool is_argument() const { return !names.starts_with('-'); }
+};
+
+// The last name, which is the long one.
+std::string long_name(const OptionInfo& option);
+
 class Options {
 public:
-    explicit Options(CLI::App& app) : app_(app) {}
+    // Options are noted in `list`, and become those of `app` when there is one.
+    Options(CLI::App* app, std::vector<OptionInfo>& list) : app_(app), list_(list) {}
 
     // Names: "--rect", "-o,--output", or "picture" for an argument without an option. A leading "!" makes it
     // required.
@@ -42,7 +58,8 @@ private:
     void add(const std::string& name, const std::string& form, const std::string& help,
              const std::function<void(const std::string&)>& store);
 
-    CLI::App& app_;
+    CLI::App* app_;
+    std::vector<OptionInfo>& list_;
 };
 
 } // namespace tool

@@ -85,6 +85,11 @@ std::string check_size(int64_t w, int64_t h)
     return {};
 }
 
+std::string size_text(int32_t width, int32_t height)
+{
+    return std::to_string(width) + "x" + std::to_string(height);
+}
+
 Size parse_size(const std::string& text)
 {
     const auto v = integers(text, 'x', 2, "WxH");

@@ -32,6 +32,7 @@ Rect parse_rect(const std::string& text);     // X,Y,W,H
 Size parse_size(const std::string& text);     // WxH, inside the limits above
 Color parse_color(const std::string& text);   // RRGGBB or RRGGBBAA
 std::string check_size(int64_t w, int64_t h); // empty when such a picture is accepted, else the reason
+std::string size_text(int32_t width, int32_t height);
 std::vector<std::string> split(const std::string& text, char separator);
 
 } // namespace tool

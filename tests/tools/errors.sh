@@ -21,6 +21,10 @@ printf 'GIF89a, say' >other.gif
 head -c 4095 good.yuv >short.yuv
 mkdir folder.png
 echo kept >kept.png
+mkdir frames
+"$tool" sum >sums.txt
+sed 's/^[0-9a-f]*\(.*fill 565, written\)$/0123456789abcdef\1/' sums.txt >other.txt
+{ cat good.yuv good.yuv; printf abc; } >cut.yuv
 inputs=$(ls -A)
 
 failures=0
@@ -40,7 +44,7 @@ expect()
         failures=$((failures + 1))
     fi
 }
-raw='--format U8Y8V8Y8 --size 64x32'
+raw='--format U8Y8V8Y8 --size 64x32' frames='--format U8Y8V8Y8 --frame-size 64x32'
 while IFS='|' read -r status pattern arguments; do
     # shellcheck disable=SC2086 # the arguments are words
     expect "$status" "$pattern" $arguments
@@ -82,6 +86,32 @@ done <<END
 2|x.jpg: .*must end in|copy good.png --compare-simd -o x.jpg
 2|usage: |info all
 2|x.yuv: .*even width|copy good.png --canvas 3x3 --to U8Y8V8Y8 -o x.yuv
+2|x.jpg: .*png:NAME|convert good.png -o x.jpg
+2|--to: is needed|convert good.png -o kept.yuv
+2|cut.png: .*truncated|convert cut.png -o kept.png
+2|short.yuv: has 4095 bytes|convert short.yuv $raw -o kept.png
+2|huge.png: |diff good.png huge.png --picture kept.png
+2|--picture: .*png|diff good.png good.png --picture kept.raw
+2|second: .*only once|diff - -
+2|good.rgb: has more than 4096|diff good.yuv good.rgb $raw
+2|absent.txt: No such file|sum --check absent.txt
+2|good.yuv: holds no table|sum --check good.yuv
+2|empty.png: holds no table|sum --check empty.png
+2|--size: 0x5 has no pixels|bench --size 0x5
+2|kept.png: |sheet -o kept.png
+2|cut.png: .*truncated|sheet cut.png -o frames
+2|usage: .*--frame-size|play good.yuv --format U8Y8V8Y8 -o kept.raw
+2|kept.png: .*number in the name|play good.yuv $frames -o kept.png
+2|%d%d.png: .*number in the name|play good.yuv $frames -o %d%d.png
+2|cut.yuv: ends inside frame 2, behind 3 of 4096 bytes|play cut.yuv $frames -o kept.raw
+2|empty.png: is empty|play empty.png $frames -o kept.raw
+2|good.yuv: has only 1 frames|play good.yuv $frames --skip 2 -o kept.raw
+2|absent/0.png: No such file|play good.yuv $frames -o absent/%d.png
+2|--frame-size: 99999x99999 is too large|play good.yuv --format 565 --frame-size 99999x99999 -o kept.raw
+2|/dev/full: No space|copy good.png -o raw:/dev/full
+1|result 3, VEXLOR_NOT_CONVERTIBLE: .*The library converts|convert good.yuv $raw --to 565 -o kept.png
+1|result 3, VEXLOR_NOT_CONVERTIBLE: |convert good.yuv $raw --to Y8V8Y8U8 -o kept.yuv
+1|play U8Y8V8Y8 to 565: .*result 3, VEXLOR_NOT_CONVERTIBLE: |play good.yuv $frames --to 565 -o kept.raw
 1|result 3, VEXLOR_NOT_CONVERTIBLE: |copy good.png --from 565 --to B8G8R8X8 -o kept.png
 1|result 5, VEXLOR_NO_SOURCE_ALPHA: |blend good.png --from B8G8R8X8 --onto good.png -o kept.png
 1|result 6, VEXLOR_BAD_RECTANGLE: |copy good.png --rect -1,0,2,2 -o kept.png
@@ -91,4 +121,22 @@ done <<END
 1|result 6, VEXLOR_BAD_RECTANGLE: |scale good.png --to-rect 60,0,5,1 --onto good.png -o kept.png
 1|result 7, VEXLOR_OVERLAP: |scale good.png --within --rect 0,0,9,9 --to-rect 8,8,1,1 -o kept.png
 END
+# Interrupted while it writes, a stream leaves nothing behind either.
+mkfifo pipe
+# shellcheck disable=SC2086
+"$tool" play pipe $frames --jobs 1 -o kept.png.raw >out 2>err &
+player=$!
+{ cat good.yuv good.yuv good.yuv good.yuv; exec sleep 5; } >pipe &
+feeder=$!
+for _ in 1 2 3 4 5 6 7 8 9; do
+    ls kept.png.raw.* >before 2>/dev/null && break
+    sleep 0.2
+done
+kill -TERM $player
+wait $player 2>/dev/null
+if ! [ -s before ] || ls kept.png.raw* 2>/dev/null; then
+    echo 'FAILED: vexlor play, interrupted: no file beside the output, or one that stays'
+    failures=$((failures + 1))
+fi
+kill $feeder
 [ $failures = 0 ] && echo 'every error was reported as it should be'

@@ -1,10 +1,12 @@
-// The subcommands. Each file of this folder defines one entry; main.cpp lists them.
+// The subcommands. Each file of this folder defines one entry; commands.cpp lists them.
 #pragma once
 
 #include "../options.h"
 
 #include <memory>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace tool {
 
@@ -15,6 +17,7 @@ struct Command {
     virtual ~Command() = default;
     virtual void declare(Options& options) = 0;
     virtual void run() = 0;
+    int status = 0; // exit status; a command that finds something to be so sets 1
 };
 
 struct Entry {
@@ -26,10 +29,21 @@ struct Entry {
 
 template <class C> std::unique_ptr<Command> make_command() { return std::make_unique<C>(); }
 
-extern const Entry formats_entry, fill_entry, copy_entry, blend_entry, test_entry, scale_entry, info_entry,
-    scene_entry;
+extern const Entry info_entry, formats_entry, fill_entry, copy_entry, convert_entry, blend_entry, test_entry,
+    scale_entry, diff_entry, sum_entry, bench_entry, sheet_entry, play_entry, scene_entry, report_entry,
+    manual_entry, completion_entry;
 
-// Reads the arguments and runs the command that they choose.
-void run_command(int argc, char** argv, std::span<const Entry* const> entries);
+// In the order of the help text.
+std::span<const Entry* const> all_entries();
+
+// Reads the arguments, runs the command that they choose and returns its exit status.
+int run_command(int argc, char** argv, std::span<const Entry* const> entries);
+
+// What can be said about a command without running it.
+struct Description {
+    std::string name, summary, example;
+    std::vector<OptionInfo> options;
+};
+std::vector<Description> describe(std::span<const Entry* const> entries);
 
 } // namespace tool

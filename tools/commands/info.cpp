@@ -1,7 +1,7 @@
 // vexlor info: what the library makes of this machine.
 #include "../context.h"
+#include "../system.h"
 #include "commands.h"
-#include "isa/kernels.h"
 
 #include <cstdio>
 #include <string>
@@ -11,37 +11,15 @@ namespace tool {
 
 namespace {
 
-// The instruction sets that row kernels were built for and this processor has; the last one serves.
-std::string kernel_sets()
-{
-    constexpr struct {
-        vexlor::Set set;
-        const char* name;
-    } sets[] = {
-        {vexlor::Set::baseline, "baseline"}, {vexlor::Set::avx2, "AVX2"}, {vexlor::Set::avx512, "AVX-512"}};
-    std::string names, serving;
-    for (const auto& [set, name] : sets) {
-        const vexlor::Kernels* const kernels = vexlor::kernels_of(set);
-        if (kernels == nullptr)
-            continue;
-        names += names.empty() ? name : std::string(", ") + name;
-        if (kernels == &vexlor::kernels())
-            serving = name;
-    }
-    return serving + " (of " + names + ")";
-}
-
 struct InfoCommand : Command {
     void declare(Options&) override {}
 
     void run() override
     {
         const Context portable = new_context(), simd = new_context(simd_all);
-        const bool sse = uses(*simd, simd_sse), sse2 = uses(*simd, simd_sse2);
         std::printf("version      %s\n", VEXLOR_TOOL_VERSION);
         std::printf("word size    %zu bits\n", sizeof(void*) * 8);
-        std::printf("processor    %s\n", sse && sse2 ? "SSE, SSE2" : sse ? "SSE" : sse2 ? "SSE2" : "no SSE");
-
+        std::printf("processor    %s\n", simd_sets().c_str());
         std::printf("row kernels  %s\n", kernel_sets().c_str());
 
         constexpr const char* line = "%-39s  %-50s  %s\n";
