@@ -22,7 +22,7 @@ inline void store_past_caches(void* at, Vector<32>::U32 v)
 #if defined(__AVX512BW__)
 inline void store_past_caches(void* at, Vector<64>::U32 v)
 {
-    _mm512_stream_si512(at, reinterpret_cast<__m512i>(v));
+    _mm512_stream_si512(static_cast<__m512i*>(at), reinterpret_cast<__m512i>(v));
 }
 #endif
 #endif
