@@ -88,6 +88,8 @@ struct Kernels {
     DownFn catrom_down_8888;
     DownFn gauss_down_565;
     DownFn catrom_down_565;
+
+    void (*copy_past_caches)(void* dst, const void* src, size_t bytes);
 };
 
 enum class Set { baseline, avx2, avx512 };

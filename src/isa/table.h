@@ -7,6 +7,7 @@
 #include "filter/gauss_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
+#include "row/stream_kernels.h"
 #include "row/yuv_kernels.h"
 #include "scale/lerp_kernels.h"
 #include "scale/span_kernels.h"
@@ -87,6 +88,7 @@ constexpr Kernels table = {
     .catrom_down_8888 = down<Pixel8888, CatRom>,
     .gauss_down_565 = down<Pixel565, Gauss>,
     .catrom_down_565 = down<Pixel565, CatRom>,
+    .copy_past_caches = copy_past_caches,
 };
 
 } // namespace

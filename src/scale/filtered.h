@@ -1,6 +1,7 @@
 // What the filtered scalers share: the filter's parameters, and the walk over destination rows.
 #pragma once
 
+#include "isa/kernels.h"
 #include "scale/row_filter.h"
 #include "scale/scale.h"
 
@@ -152,6 +153,36 @@ struct FilteredRow {
             store(moved(dst, at), load<Pixel>(moved(seen.spare_row(), at)));
         }
     }
+};
+
+// Destination rows as filters leave them. Those of a picture that fills the caches go past them: what they would have to
+// give way for is worth more, and lines that are written whole need not be fetched.
+class PlainRows {
+public:
+    explicit PlainRows(const Scale& s)
+        : bytes(static_cast<size_t>(bytes_of(s.to.w, bytes_per_pixel(s.dst.format)))),
+          spare(u64{bytes} * static_cast<u32>(s.to.h) >= large ? bytes : 0)
+    {}
+    PlainRows(const PlainRows&) = delete;
+    PlainRows& operator=(const PlainRows&) = delete;
+    ~PlainRows()
+    {
+        if (spare)
+            __atomic_thread_fence(__ATOMIC_SEQ_CST);
+    }
+    // Calls make(place of the row).
+    void operator()(u8* dst, auto make) const
+    {
+        if (!spare)
+            return make(dst);
+        make(spare.at());
+        kernels().copy_past_caches(dst, spare.at(), bytes);
+    }
+
+private:
+    static constexpr u64 large = 4 << 20;
+    size_t bytes;
+    Buffer spare;
 };
 
 // Filters 565 or 32-bit rows: calls store_row(filtered row, destination row). Without memory nothing is drawn.

@@ -15,7 +15,12 @@ vexlor_filter_fn filter_8888(const Scale& s)
 void scale_565(const Scale& s)
 {
     const auto filter = vexlor_scale_choose_filter_565(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
-    filter_rows(s, filter, [](const FilteredRow& filtered, u8* dst) { filtered.in_place<u16>(dst); });
+    if (reads_what_it_draws(s))
+        return filter_rows(s, filter,
+                           [](const FilteredRow& filtered, u8* dst) { filtered.in_place<u16>(dst); });
+    const PlainRows rows(s);
+    filter_rows(s, filter,
+                [&](const FilteredRow& filtered, u8* dst) { rows(dst, [&](u8* to) { filtered.into(to); }); });
 }
 
 void scale_8888(const Scale& s)
@@ -24,9 +29,12 @@ void scale_8888(const Scale& s)
         s.ctx.alpha_dst_op == VEXLOR_ALPHA_DST_ONE ? vexlor_writer_aone_8888 : vexlor_writer_arepl_8888;
     const u32 src_shift = vexlor_fmt_get_alpha_shift(s.src.format);
     const u32 dst_shift = vexlor_fmt_get_alpha_shift(s.dst.format);
-    if (write == vexlor_writer_arepl_8888 && !reads_what_it_draws(s))
-        return filter_rows(s, filter_8888(s),
-                           [](const FilteredRow& filtered, u8* dst) { filtered.into(dst); });
+    if (write == vexlor_writer_arepl_8888 && !reads_what_it_draws(s)) {
+        const PlainRows rows(s);
+        return filter_rows(s, filter_8888(s), [&](const FilteredRow& filtered, u8* dst) {
+            rows(dst, [&](u8* to) { filtered.into(to); });
+        });
+    }
     const Buffer row(row_bytes_32(s));
     if (!row)
         return;
@@ -56,6 +64,7 @@ void scale_yuv(const Scale& s, u32 pair)
     // Box and linear filters find no row below the one row of an enlarged band. Of half a pair they read the pixel before.
     const bool reads_one_row = s.ctx.filter != VEXLOR_FILTER_CATROM && rows_per_row == 0 && s.from.w > 1;
     const bool is_rgb = to_dst == vexlor_1d_passthrough;
+    const PlainRows plain(s);
     const u8* held = nullptr; // the source row at the band's begin
     FilterPlace place{};
     bool drawing = true;
@@ -78,7 +87,7 @@ void scale_yuv(const Scale& s, u32 pair)
         if (!drawing)
             return;
         if (is_rgb)
-            return row_filter(place, params, dst);
+            return plain(dst, [&](u8* to) { row_filter(place, params, to); });
         if (!same_band || !reads_one_row)
             row_filter(place, params, memory.at());
         to_dst(memory.at(), dst, s.to.w);

@@ -10,22 +10,57 @@
 namespace vexlor {
 namespace {
 
-template <u32 Bytes> u32 write_vectors(const auto& source, u32* dst, u32 count, auto rule)
+#if defined(__AVX2__)
+
+// Calls put(i, units) for as many whole vectors as find their units in so many windows of a vector, and returns how many
+// units they are.
+template <u32 windows> u32 put_from_windows(const Stepped& source, u32 count, auto put)
 {
-    using Pixels = typename Vector<Bytes>::U32;
+    using Units = Vector<vector_bytes>::U32;
+    constexpr u32 units = lane_count<Units>;
+    const Units steps = lane_numbers<Units>() * static_cast<u32>(source.step);
+    const i64 by = i64{source.step} * units;
+    const i64 room = ((source.length - i64{windows} * units + 1) << 16) - source.x; // for positions
+    const i64 fitting = room <= 0 ? 0 : by == 0 ? count : (room + by - 1) / by;
+    const u32 vectors = fitting < count / units ? static_cast<u32>(fitting) : count / units;
+    i64 at = source.x;
+    for (u32 i = 0; i < vectors; ++i, at += by) {
+        const auto* const window = static_cast<const u8*>(source.unit(at >> 16));
+        const Units index = (steps + static_cast<u32>(at & 0xFFFF)) >> 16;
+        if constexpr (windows == 1)
+            put(i * units, pick(load<Units>(window), index));
+        else
+            put(i * units, pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index));
+    }
+    return vectors * units;
+}
+
+#endif
+
+// Calls put(i, units) for all whole vectors of a source, and returns how many units they are.
+template <u32 Bytes> u32 put_vectors(const Stepped& source, u32 count, auto put)
+{
+    using Units = typename Vector<Bytes>::U32;
     u32 i = 0;
-    for (; count - i >= Vector<Bytes>::pixels; i += Vector<Bytes>::pixels)
-        store(dst + i, rule(source.template pixels<Pixels>(i)));
+#if defined(__AVX2__)
+    if (source.step >= 0 && source.step <= 0x10000)
+        i = put_from_windows<1>(source, count, put);
+    else if (source.step > 0 && source.step <= 0x20000)
+        i = put_from_windows<2>(source, count, put);
+#endif
+    for (; count - i >= lane_count<Units>; i += lane_count<Units>)
+        put(i, source.pixels<Units>(i));
     return i;
 }
 
 // Writes every unit of a source through a rule that takes a unit or a vector of them.
-inline void write_units(const auto& source, void* dst, u32 count, auto rule)
+inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
 {
     auto* const to = static_cast<u32*>(dst);
     u32 i = 0;
     if constexpr (vector_bytes != 0)
-        i = write_vectors<vector_bytes>(source, to, count, rule);
+        i = put_vectors<vector_bytes>(source, count,
+                                      [=](u32 at, auto units) { store(to + at, rule(units)); });
     for (; i < count; ++i)
         store(to + i, rule(source[i]));
 }
@@ -80,20 +115,17 @@ inline void scale_opaque_nofilt_565(const void* src, void* dst, u32, u32 count, 
 template <class Yuv, class Rgb>
 void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
-    const Stepped source(src, x, step, count / 2);
-    i32 i = 0;
-    if constexpr (vector_bytes != 0) {
-        using Lanes = PairVector<vector_bytes>;
-        constexpr auto pairs = static_cast<i32>(vector_bytes / 4);
-        for (; static_cast<i32>(count / 2) - i >= pairs; i += pairs) {
-            const auto pixels = Lanes::template decode<Yuv, Rgb>(
-                source.template pixels<typename Lanes::U32>(static_cast<u32>(i)));
-            store(left_pixel_at(dst, i), pixels.low);
-            store(left_pixel_at(dst, i + pairs / 2), pixels.high);
-        }
-    }
-    for (; i < static_cast<i32>(count / 2); ++i)
-        store_pixels(dst, i, decode<Yuv, Rgb>(source[static_cast<u32>(i)]));
+    const u32 pairs = count / 2;
+    const Stepped source(src, x, step, pairs);
+    u32 i = 0;
+    if constexpr (vector_bytes != 0)
+        i = put_vectors<vector_bytes>(source, pairs, [=](u32 at, auto units) {
+            const auto pixels = PairVector<sizeof units>::template decode<Yuv, Rgb>(units);
+            store(left_pixel_at(dst, static_cast<i32>(at)), pixels.low);
+            store(left_pixel_at(dst, static_cast<i32>(at + sizeof units / 8)), pixels.high);
+        });
+    for (; i < pairs; ++i)
+        store_pixels(dst, static_cast<i32>(i), decode<Yuv, Rgb>(source[i]));
 }
 
 // Both alpha shifts are that of the destination's format.

@@ -54,6 +54,10 @@ void call(vexlor_scale_span_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Rand
     f(s, d, VEXLOR_FMT_A8R8G8B8, n / 2, 0, r.one_in(2) ? wide : wide - r.between(0, 0x4000));
     f(s + (n - 1) * 4, d, VEXLOR_FMT_A8R8G8B8, n, 0, -0x10000); // backwards
 }
+void call(void (*f)(void*, const void*, size_t), const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
+{
+    f(d, s, 4 * n - (n == 0 ? 0 : r.below(4)));
+}
 void call(vexlor_lerp_8888_fn f, const uint8_t* s, uint8_t* d, uint32_t n, Random& r)
 {
     f(reinterpret_cast<uint32_t*>(d), reinterpret_cast<const uint32_t*>(s), n, r.pick(shifts),
@@ -91,7 +95,87 @@ void expect_same_entries(const Kernels& kernels, const Kernels& reference, const
         expect_same_entries(kernels, reference, set, entry + 1, rest...);
 }
 
+struct FilterKernels {
+    vexlor_filter_fn filter;
+    vexlor::AcrossFn Kernels::*across;
+    vexlor::DownFn Kernels::*down;
+    vexlor::BothFn Kernels::*both;
+    uint32_t size; // bytes of a pixel
+};
+constexpr FilterKernels filter_kernels[] = {
+    {vexlor_filter_xmean_ymean_8888, &Kernels::mean_across_8888, &Kernels::mean_down_8888,
+     &Kernels::halve_8888, 4},
+    {vexlor_filter_xmean_ylinear_8888, &Kernels::mean_across_8888, &Kernels::linear_down_8888, nullptr, 4},
+    {vexlor_filter_xlinear_ymean_8888, &Kernels::linear_across_8888, &Kernels::mean_down_8888, nullptr, 4},
+    {vexlor_filter_xlinear_ylinear_8888, &Kernels::linear_across_8888, &Kernels::linear_down_8888, nullptr,
+     4},
+    {vexlor_filter_xmean_ymean_565, &Kernels::mean_across_565, &Kernels::mean_down_565, nullptr, 2},
+    {vexlor_filter_xmean_ylinear_565, &Kernels::mean_across_565, &Kernels::linear_down_565, nullptr, 2},
+    {vexlor_filter_xlinear_ymean_565, &Kernels::linear_across_565, &Kernels::mean_down_565, nullptr, 2},
+    {vexlor_filter_xlinear_ylinear_565, &Kernels::linear_across_565, &Kernels::linear_down_565, nullptr, 2},
+};
+
+// Two source rows in exact memory, passed across and down by a set's kernels, against the filter itself.
+void expect_filtered(const Kernels& kernels, const FilterKernels& f, const char* set)
+{
+    const vexlor::Passes passes = vexlor::passes_of(f.filter);
+    Random random(7);
+    Arena src, dst;
+    alignas(vexlor::column_block) static uint8_t columns[8 * 192], values[2][4 * 192];
+    uint32_t at_once = 0;
+    for (uint32_t i = 0; i < 20000 / VEXLOR_TEST_STEP; ++i) {
+        const int32_t steps[] = {1,       0x5555,  0x8000,  0xBADA,  0x10000,
+                                 0x14000, 0x1FFFF, 0x20000, 0x20000, 0x50000};
+        const int32_t step = random.one_in(3) ? random.between(1, 0x30000) : random.pick(steps);
+        const uint32_t width = 1 + random.below(150), stride = width * f.size + random.below(9);
+        const uint32_t spare = std::min(random.one_in(4) ? random.below(3) : 0, width - 1);
+        // A linear left tap may lie behind the row's end, and stays in the row.
+        const uint32_t count =
+            std::min(random.below(132), ((width << 16) - 1) / static_cast<uint32_t>(step) + 1);
+        const int32_t ystep = random.one_in(2) ? 0x20000 : 0x10000;
+        const vexlor_filter_params params{
+            random.below(0x10000), step, step >> 1, ystep >> 1, 0, 0, 0, count, stride};
+        const uint8_t* const row =
+            src.place(stride + width * f.size, random.one_in(2) ? Side::begin : Side::end, 0);
+        const uint8_t* const end = row + (width - 1 - spare) * f.size;
+        const uint8_t* const last = random.one_in(4) ? end : end + stride;
+        uint8_t* const out =
+            dst.place(count * f.size, random.one_in(2) ? Side::begin : Side::end, random.below(17));
+        src.randomize(random);
+        dst.randomize(random);
+
+        vexlor::TapRow rows[vexlor::most_taps];
+        const uint32_t apart = passes.find_rows({row, last, row, end}, params, rows);
+        if (apart == count)
+            continue;
+        f.filter(row, last, row, end, &params, dst.twin(out));
+        passes.prepare(params, columns);
+        for (uint32_t tap = 0; tap < passes.taps; ++tap)
+            (kernels.*f.across)(rows[tap], params, columns, values[tap]);
+        const void* const taps[] = {values[0], values[1]};
+        if (f.both && (kernels.*f.both)(rows, params, out))
+            ++at_once;
+        else
+            (kernels.*f.down)(taps, params, out);
+        std::memcpy(out, dst.twin(out), apart * f.size);
+        ASSERT_TRUE(dst.same_as_twin(out))
+            << set << ", filter " << &f - filter_kernels << ", call " << i << ": width " << width
+            << ", spare " << spare << ", step " << step << ", count " << count;
+    }
+    const bool halves = f.both && &kernels != vexlor::kernels_of(Set::baseline);
+    EXPECT_EQ(at_once > 10, halves);
+}
+
 } // namespace
+
+TEST(Kernels, FilterAsTheFiltersDo)
+{
+    for (const auto& [set, name] : {std::pair{Set::baseline, "baseline"}, std::pair{Set::avx2, "avx2"},
+                                    std::pair{Set::avx512, "avx512"}})
+        if (const Kernels* const kernels = vexlor::kernels_of(set))
+            for (const FilterKernels& f : filter_kernels)
+                expect_filtered(*kernels, f, name);
+}
 
 TEST(Kernels, AreEqualInEverySet)
 {
@@ -123,7 +207,7 @@ TEST(Kernels, AreEqualInEverySet)
             &K::scale_blend_over_src_nofilt_arepl_8888, &K::scale_blend_over_src_nofilt_arepl_8888_pre,
             &K::scale_blend_over_src_nofilt_aone_8888, &K::scale_blend_over_src_nofilt_aone_8888_pre,
             &K::lerp_8888, &K::lerp_pre_8888, &K::lerp_arepl_8888, &K::lerp_pre_arepl_8888,
-            &K::lerp_aone_8888, &K::lerp_pre_aone_8888, &K::lerp_565, &K::lerp_pre_565);
+            &K::lerp_aone_8888, &K::lerp_pre_aone_8888, &K::lerp_565, &K::lerp_pre_565, &K::copy_past_caches);
     }
 }
 
