@@ -1,7 +1,7 @@
 // Which passes make up a filter.
 #include "filter/passes.h"
 
-#include "filter/mean_linear_kernels.h"
+#include "filter/columns.h"
 #include "isa/kernels.h"
 
 using namespace vexlor;
