@@ -31,6 +31,7 @@
 #include <cstddef>
 #include <cstring>
 #include <exception>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <optional>
@@ -178,6 +179,27 @@ constexpr std::string_view to_string(format f)
 constexpr std::string_view to_string(filter f)
 {
     return f == filter::none ? "none" : f == filter::catrom ? "catrom" : "mean";
+}
+constexpr std::string_view to_string(alpha_mode m)
+{
+    return m == alpha_mode::straight ? "straight" : "premultiplied";
+}
+constexpr std::string_view to_string(alpha_op op)
+{
+    return op == alpha_op::none ? "none" : op == alpha_op::test ? "test" : "blend";
+}
+constexpr std::string_view to_string(alpha_source s)
+{
+    return s == alpha_source::global ? "global" : "pixel";
+}
+constexpr std::string_view to_string(alpha_destination d)
+{
+    return d == alpha_destination::blend ? "blend" : d == alpha_destination::replace ? "replace" : "one";
+}
+constexpr std::string_view to_string(alpha_test t)
+{
+    constexpr std::string_view names[] = {"<", "<=", "==", ">=", ">", "!="};
+    return static_cast<uint32_t>(t) < std::size(names) ? names[static_cast<uint32_t>(t)] : "never";
 }
 constexpr bool is_known(format f) { return !to_string(f).empty(); }
 constexpr bool is_yuv(format f) { return f == format::y8v8y8u8 || f == format::u8y8v8y8; }

@@ -10,10 +10,11 @@
  *   fill, copy    at any row;
  *   scale         at any row too: each band takes its positions from the whole rectangles. Filtered scaling of
  *                 YUV alone is cut only where a row of `to` starts a row of `from`, which asks for a ratio with
- *                 an exact 16.16 step: 1:1, 1:2, 3:2 or 4:1 are split, 1:3 and 4:3 are drawn whole.
+ *                 an exact 16.16 step: from : to of 1:1, 1:2, 3:2 or 4:1 are split, 1:3 and 4:3 are drawn
+ *                 whole.
  *
  * Drawn whole are also rectangles whose rows share memory, Catmull-Rom scaling of a single row, and anything too
- * small for the work to outweigh a thread (parallel_pixels).
+ * small for the work to outweigh a band (parallel_pixels, on_threads::light_pixels).
  *
  * Threads are std::jthread: it comes with the language, so that a header that is installed with a C library
  * brings no dependency along, and it is joined when it goes out of scope, so that no drawing outlives its call.
@@ -26,7 +27,6 @@
 
 #include "vexlor.hpp"
 
-#include <array>
 #include <atomic>
 #include <numeric>
 #include <system_error>
@@ -35,13 +35,17 @@
 
 namespace vexlor {
 
-/* The least number of destination pixels that is worth a thread. */
+/* The least number of destination pixels that is worth a band. */
 constexpr int64_t parallel_pixels = 32768;
 
 /* Calls band(0) ... band(n - 1), each once, at the same time, and returns when all have returned: the first on
  * the caller's thread, each other one on a thread of its own. Where the system has no more threads to give, the
  * caller's thread draws the rest, or, without exceptions, the program ends. */
 struct on_threads {
+    /* The same where a pixel takes less than a nanosecond, in all but filtered scaling: starting a thread costs as
+     * much as filling that many. A runner that has no such member starts bands for little. */
+    static constexpr int64_t light_pixels = 262144;
+
     template <class Band> void operator()(unsigned n, const Band& band) const
     {
         std::vector<std::jthread> threads;
@@ -67,11 +71,19 @@ struct on_threads {
 
 namespace detail {
 
+template <class Run> constexpr int64_t least_pixels(bool light)
+{
+    if constexpr (requires { Run::light_pixels; })
+        return light ? Run::light_pixels : parallel_pixels;
+    else
+        return parallel_pixels;
+}
+
 /* Draws `area` as bands of rows, whose number of rows is a multiple of `unit`: draw(context, band) for each. */
 template <class Crew, class Run, class Draw>
-result in_bands(Crew& crew, rect area, int32_t unit, const Run& run, const Draw& draw)
+result in_bands(Crew& crew, rect area, int32_t unit, bool light, const Run& run, const Draw& draw)
 {
-    const int64_t by_size = int64_t{area.w} * area.h / parallel_pixels;
+    const int64_t by_size = int64_t{area.w} * area.h / least_pixels<Run>(light);
     const auto n = static_cast<int32_t>(
         std::min({static_cast<int64_t>(std::size(crew)), int64_t{area.h} / unit, by_size}));
     vexlor_context& first = *crew[0].get();
@@ -119,7 +131,7 @@ result parallel_scale(Crew& crew, const vexlor_surface_desc& src, rect from, con
         return scale(first, src, from, dst, to, to);
     if (const result r = s.verdict(); r != result::ok)
         return r;
-    return in_bands(crew, to, unit, run, [&](vexlor_context& ctx, rect band) {
+    return in_bands(crew, to, unit, !s.filtered(), run, [&](vexlor_context& ctx, rect band) {
         if (band == to)
             return scale(ctx, src, from, dst, to, to);
         if (!s.through_cache())
@@ -145,7 +157,7 @@ auto draw_parallel(Crew&& crew, const surface_view& dst, rect area, const Run& r
 {
     const auto draw = [&](vexlor_context& ctx, rect band) { return detail::fill(ctx, dst.desc(), band); };
     const bool bad = !detail::inside(area, dst.desc());
-    return crew[0].report(bad ? result::bad_rectangle : detail::in_bands(crew, area, 1, run, draw));
+    return crew[0].report(bad ? result::bad_rectangle : detail::in_bands(crew, area, 1, true, run, draw));
 }
 
 /* As crew[0].copy(src, from, dst, to). */
@@ -161,7 +173,7 @@ auto draw_parallel(Crew&& crew, const const_surface_view& src, rect from, const 
     const bool bad = !detail::inside(from, src.desc()) || !detail::inside(target, dst.desc());
     if (bad || detail::share_memory(src.desc(), from, dst.desc(), target))
         return crew[0].report(detail::copy(*crew[0].get(), src.desc(), from, dst.desc(), to));
-    return crew[0].report(detail::in_bands(crew, target, 1, run, draw));
+    return crew[0].report(detail::in_bands(crew, target, 1, true, run, draw));
 }
 
 /* As crew[0].scale(src, from, dst, to). */

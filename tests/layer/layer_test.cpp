@@ -140,7 +140,6 @@ TEST(Layer, SurfacesExistWhereTheyFit)
     for (const auto& c : cases) {
         EXPECT_EQ(surface_view::make(c.memory, c.w, c.h, c.code, c.stride).error(), c.wanted)
             << c.w << 'x' << c.h;
-        EXPECT_FALSE(to_string(c.wanted).empty());
     }
 }
 
