@@ -30,7 +30,7 @@ uint32_t driver_refusal(Driver driver, const vexlor_context& ctx, const Surface&
     const bool alpha_known = ctx.alpha_dst_op <= 2 && ctx.alpha_mode <= 1;
     switch (driver) {
     case Driver::blend_nofilter:
-        return !equal ? 3 : src.bpp() != 4 ? 4 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
+        return !equal ? 3 : (format & 0x3F) != 32 ? 4 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
     case Driver::blend_filter: return !equal ? 3 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
     default: break;
     }
