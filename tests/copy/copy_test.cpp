@@ -3,12 +3,12 @@
 
 TEST(Copy, EqualsTheModelInCodeAndEveryByte)
 {
-    constexpr uint32_t calls_made = 800000 / VEXLOR_TEST_STEP;
+    const uint64_t calls_made = rounds_of(800000);
     Random random(13);
     Arena src_arena, dst_arena;
     const Context ctx = make_context();
-    uint32_t codes[10] = {}, overlapping = 0;
-    for (uint32_t i = 0; i < calls_made; ++i) {
+    uint64_t codes[10] = {}, overlapping = 0;
+    for (uint64_t i = 0; i < calls_made; ++i) {
         random_state(ctx.get(), random);
         const uint32_t from = random.pick(formats), to = random.one_in(2) ? from : random.pick(formats);
         model::Surface src = random_surface(src_arena, random, from),

@@ -3,12 +3,12 @@
 
 TEST(Fill, EqualsTheModelInCodeAndEveryByte)
 {
-    constexpr uint32_t calls_made = 400000 / VEXLOR_TEST_STEP;
+    const uint64_t calls_made = rounds_of(400000);
     Random random(10);
     Arena arena;
     const Context ctx = make_context();
-    uint32_t codes[10] = {};
-    for (uint32_t i = 0; i < calls_made; ++i) {
+    uint64_t codes[10] = {};
+    for (uint64_t i = 0; i < calls_made; ++i) {
         random_state(ctx.get(), random);
         const uint32_t format = random.pick(formats);
         // Rows of an odd number of bytes end in a 16-bit store.
