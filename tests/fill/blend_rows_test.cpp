@@ -1,32 +1,6 @@
-// Rows of the blended fill.
-#include "support/model_blend.h"
-#include "support/rows.h"
-
-namespace {
-
-using namespace model;
-using enum Alpha;
-
-constexpr RowCase fill_rows[] = {
-    {call<vexlor_1d_fill_blend_over_8888>, fill<blended>, fill_32},
-    {call<vexlor_1d_fill_blend_over_aone_8888>, fill<one>, fill_32},
-    {call<vexlor_1d_fill_blend_over_arepl_8888>, fill<replaced>, fill_32},
-};
-
-} // namespace
-
-TEST(FillBlendRows, EqualTheModel) { check_rows(fill_rows); }
-
-// Under each weight, pixels of all bytes; the colours go through all bytes too, with unlike ones side by side.
-TEST(FillBlendRows, EqualTheModelForEveryColourByteAndWeight)
-{
-    sweep_rows(fill_rows, 257 * 2, [](uint32_t step, uint32_t i, uint8_t*, uint8_t* d, RowArgs& args) {
-        store(d, shuffled(i, 0x9E37) << 16 | i);
-        args.g = step % 257;
-        args.shift = 24;
-        args.color = step * 0x01090B53;
-    });
-}
+// Pixels of the blended fill that are known beforehand.
+#include "vexlor.h"
+#include <gtest/gtest.h>
 
 TEST(FillBlendRows, GiveTheKnownPixels)
 {

@@ -11,7 +11,7 @@ int main(void)
                                      {0xFFE96701u, 0xFFE96701u, 0x48312929u, 0x48312929u}};
     vexlor_surface_desc camera, screen;
     vexlor_context* ctx;
-    uint32_t result;
+    uint32_t result, filter;
     int i, wrong = 0;
 
     vexlor_context_create(&ctx);
@@ -19,8 +19,13 @@ int main(void)
         return 1;
     vexlor_surface_desc_init(&camera, 2, 2, sizeof frame[0], frame, VEXLOR_FMT_Y8V8Y8U8);
     vexlor_surface_desc_init(&screen, 4, 2, sizeof pixels[0], pixels, VEXLOR_FMT_B8G8R8A8);
+    result = VEXLOR_OK;
+    for (filter = 0; filter < 3; ++filter) { /* what is drawn over below */
+        vexlor_context_set_filter(ctx, filter);
+        result |= vexlor_scale(ctx, &camera, &screen, 0, 0, 2, 2, 0, 0, 4, 2);
+    }
     vexlor_context_set_color(ctx, 0x11223344u);
-    result = vexlor_fill(ctx, &screen, 0, 0, 4, 2);
+    result |= vexlor_fill(ctx, &screen, 0, 0, 4, 2);
     result |= vexlor_copy(ctx, &camera, &screen, 0, 0, 0, 0, 2, 2);
     vexlor_context_set_color(ctx, 0x80402010u);
     vexlor_context_set_alpha_op(ctx, VEXLOR_ALPHA_OP_BLEND);

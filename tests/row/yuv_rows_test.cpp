@@ -1,47 +1,7 @@
-// Converters between YUV 4:2:2 and 32-bit RGB.
-#include "support/model_yuv.h"
-#include "support/rows.h"
-
-namespace {
-
-using namespace model;
-
-constexpr RowCase decoders[] = {
-    {call<vexlor_1d_Y8V8Y8U8_2_X8R8G8B8>, decode<Y8V8Y8U8, X8R8G8B8>, yuv_to_rgb},
-    {call<vexlor_1d_Y8V8Y8U8_2_B8G8R8X8>, decode<Y8V8Y8U8, B8G8R8X8>, yuv_to_rgb},
-    {call<vexlor_1d_U8Y8V8Y8_2_X8R8G8B8>, decode<U8Y8V8Y8, X8R8G8B8>, yuv_to_rgb},
-    {call<vexlor_1d_U8Y8V8Y8_2_B8G8R8X8>, decode<U8Y8V8Y8, B8G8R8X8>, yuv_to_rgb},
-};
-constexpr RowCase encoders[] = {
-    {call<vexlor_1d_X8R8G8B8_2_Y8V8Y8U8>, encode<X8R8G8B8, Y8V8Y8U8>, rgb_to_yuv},
-    {call<vexlor_1d_B8G8R8X8_2_Y8V8Y8U8>, encode<B8G8R8X8, Y8V8Y8U8>, rgb_to_yuv},
-    {call<vexlor_1d_X8R8G8B8_2_U8Y8V8Y8>, encode<X8R8G8B8, U8Y8V8Y8>, rgb_to_yuv},
-    {call<vexlor_1d_B8G8R8X8_2_U8Y8V8Y8>, encode<B8G8R8X8, U8Y8V8Y8>, rgb_to_yuv},
-};
-constexpr RowCase words_rows[] = {{call<vexlor_1d_passthrough>, passthrough, {1, 4, 4, true}}};
-
-} // namespace
-
-TEST(YuvRows, EqualTheModel)
-{
-    check_rows(decoders);
-    check_rows(encoders);
-    check_rows(words_rows);
-}
-
-TEST(YuvRows, EqualTheModelForEveryColour)
-{
-    // Four bytes of which any three run through all their values together.
-    const auto bytes = [](uint32_t step, uint32_t i) {
-        return (step + i + (i >> 8)) % 256 << 24 | i << 8 | step;
-    };
-    sweep_rows(decoders, 256,
-               [&](uint32_t step, uint32_t i, uint8_t* s, uint8_t*, RowArgs&) { store(s, bytes(step, i)); });
-    sweep_rows(encoders, 256, [&](uint32_t step, uint32_t i, uint8_t* s, uint8_t*, RowArgs&) {
-        store(s, bytes(step, i));
-        store(s + 4, bytes(step, shuffled(i, 0x9E37)));
-    });
-}
+// Colours of the converters between YUV 4:2:2 and 32-bit RGB that are known beforehand.
+#include "vexlor.h"
+#include <algorithm>
+#include <gtest/gtest.h>
 
 TEST(YuvRows, GiveTheKnownColours)
 {

@@ -24,8 +24,8 @@ TEST(ScaleCalls, EqualTheModel)
 {
     Stage stage(8, 31);
     Random& random = stage.random;
-    constexpr int rounds = 300000 / VEXLOR_TEST_STEP;
-    for (int i = 0; i < rounds; ++i) {
+    const uint64_t rounds = rounds_of(300000);
+    for (uint64_t i = 0; i < rounds; ++i) {
         if (random.one_in(12))
             stage.refresh();
         random_state(stage.context.get(), random);

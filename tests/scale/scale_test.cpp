@@ -165,61 +165,6 @@ TEST(Scale, RepeatsRows)
               (Words{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0x000000FF, 0x000000FF}));
 }
 
-// Each row breaks several rules; the code is that of the first.
-TEST(Scale, RefusesInOrder)
-{
-    constexpr model::Rectangles whole{0, 0, 4, 4, 0, 0, 4, 4};
-    const struct {
-        uint32_t from, to; // 0: one surface
-        uint32_t filter, op, alpha_src, dst_op, mode;
-        model::Rectangles r;
-        uint32_t code;
-    } cases[] = {
-        {argb, 0, 0, 9, 0, 9, 9, {0, 0, 5, 4, 0, 0, 4, 4}, 6},
-        {argb, 0, 0, 9, 0, 9, 9, whole, 7},
-        {argb, 0, 0, 9, 0, 9, 9, {0, 0, 2, 4, 2, 0, 2, 4}, 8},
-        {rgb, yuv, 1, 2, 5, 9, 9, whole, 8},
-        {rgb, yuv, 0, 0, 5, 9, 9, whole, 3},
-        {rgb, yuv, 1, 2, 0, 9, 9, whole, 3},
-        {yuv, rgb, 0, 0, 0, 0, 0, {0, 0, 3, 4, 0, 0, 4, 4}, 3},
-        {yuv, rgb, 1, 0, 0, 0, 0, {0, 0, 3, 4, 0, 0, 4, 4}, 3},
-        {0x90, 0x90, 0, 0, 0, 9, 9, {0, 0, 4, 4, 0, 0, 1, 4}, 4},
-        {0x20000120, rgb, 2, 0, 0, 9, 9, whole, 4},
-        {rgb, argb, 0, 0, 0, 3, 9, whole, 8},
-        {rgb, argb, 1, 2, 0, 3, 9, whole, 8},
-        {yuv, yuv, 0, 0, 0, 9, 9, {0, 0, 4, 4, 0, 0, 1, 4}, 6},
-        {argb, bgrx, 0, 2, 1, 9, 9, whole, 3},
-        {r565, r565, 0, 2, 1, 9, 9, whole, 4},
-        {r565, r565, 1, 2, 1, 9, 9, whole, 5},
-        {rgb, argb, 0, 2, 1, 9, 9, whole, 5},
-        {rgb, argb, 1, 2, 1, 9, 9, whole, 5},
-        {0x60000120, argb, 0, 2, 1, 9, 9, whole, 4},
-        {0x40000010, 0x40000010, 1, 2, 1, 9, 9, whole, 4},
-        {argb, rgb, 0, 2, 1, 3, 0, whole, 8},
-        {argb, rgb, 1, 2, 1, 0, 2, whole, 8},
-        // Sums that wrap are no reason to refuse; nothing is drawn.
-        {rgb, rgb, 0, 0, 0, 0, 0, {0x7FFFFFFF, 0, 1, 1, 0, 0, 1, 1}, 0},
-        {rgb, bgrx, 1, 0, 0, 0, 0, {0, 0, 1, 1, 0, 0x7FFFFFFF, 1, 1}, 3},
-    };
-    const Context ctx = make_context();
-    for (const auto& c : cases) {
-        ctx->filter = c.filter;
-        ctx->alpha_op = c.op;
-        ctx->alpha_src = c.alpha_src;
-        ctx->alpha_dst_op = c.dst_op;
-        ctx->alpha_mode = c.mode;
-        Picture src(c.from, 4, 4, Words(16, 0x12345678)),
-            dst(c.to != 0 ? c.to : rgb, 4, 4, Words(16, 0x9ABCDEF0));
-        const Picture before[] = {src, dst};
-        EXPECT_EQ(scale(*ctx, src, c.to != 0 ? dst : src, c.r), c.code) << "row " << &c - cases;
-        EXPECT_TRUE(src.bytes == before[0].bytes && dst.bytes == before[1].bytes) << "row " << &c - cases;
-    }
-    const vexlor_surface_desc desc{};
-    EXPECT_EQ(vexlor_scale(nullptr, &desc, &desc, -1, 0, 0, 0, 0, 0, 0, 0), 1u);
-    EXPECT_EQ(vexlor_scale(ctx.get(), nullptr, &desc, -1, 0, 0, 0, 0, 0, 0, 0), 1u);
-    EXPECT_EQ(vexlor_scale(ctx.get(), &desc, nullptr, -1, 0, 0, 0, 0, 0, 0, 0), 1u);
-}
-
 // A missing routine draws nothing, not even the part of the picture that needs none; what uses no slot is drawn.
 TEST(Scale, DrawsNothingThroughEmptySlots)
 {

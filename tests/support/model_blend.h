@@ -8,7 +8,9 @@
 
 // Whatever row routines take besides rows and count; each reads its own part.
 struct RowArgs {
-    uint32_t g = 0, shift = 0, test = 0, reference = 0, color = 0;
+    uint32_t g = 0, shift = 0, test = 0, reference = 0, color = 0, dst_shift = 0;
+    int32_t x = 0, step = 0;               // 16.16: of spans; of filters, the row and the step of rows
+    uint32_t width = 0, rows = 0, pad = 0; // of a filter's source; pad: bytes between its rows
 };
 
 namespace model {
@@ -103,6 +105,44 @@ inline void gbl_565(const uint8_t* s, uint8_t* d, const RowArgs& args)
     const int red_blue =
         to / 2048 * 2048 + to % 32 + (((from / 2048 - to / 2048) * 2048 + from % 32 - to % 32) * f >> 5);
     store(d, static_cast<uint16_t>((red_blue >> 11 & 31) * 2048 + (green >> 5 & 63) * 32 + (red_blue & 31)));
+}
+
+inline void without_borrow(const uint8_t* s, uint8_t* d, uint32_t f)
+{
+    for (int i = 0; i < 4; ++i)
+        d[i] = byte(s[i] + d[i] - static_cast<int>(d[i] * f / 256));
+}
+
+// Interpolation rows have a shift of their own for the destination's alpha.
+template <auto Mix, Alpha Rule> void lerp(const uint8_t* s, uint8_t* d, const RowArgs& args)
+{
+    Mix(s, d, raised(alpha_of(load(s), args.shift)));
+    finish(Rule, d, Rule == Alpha::one ? args.dst_shift : args.shift, load(s) & alpha_bits(args.shift));
+}
+inline uint32_t weight_565(const uint8_t* s, uint32_t shift)
+{
+    return raised(alpha_of(load<uint16_t>(s), shift));
+}
+inline void lerp_565(const uint8_t* s, uint8_t* d, const RowArgs& args)
+{
+    gbl_565(s, d, {.g = weight_565(s, args.shift)});
+}
+// A fraction of a step that is taken off costs the whole step, and what blue falls below 0 costs red.
+inline void lerp_pre_565(const uint8_t* s, uint8_t* d, const RowArgs& args)
+{
+    const int w = static_cast<int>(weight_565(s, args.shift));
+    const int from = load<uint16_t>(s), to = load<uint16_t>(d);
+    const int from_green = from / 32 % 64, to_green = to / 32 % 64;
+    const int from_red_blue = from - from_green * 32, to_red_blue = to - to_green * 32;
+    const int green = ((from_green + to_green) * 32 - to_green * w / 2) >> 5 & 63;
+    const int red_blue = from_red_blue + to_red_blue - to_red_blue * w / 32;
+    store(d, static_cast<uint16_t>((red_blue >> 11 & 31) * 2048 + green * 32 + (red_blue & 31)));
+}
+
+inline void copy_unit(const uint8_t* s, uint8_t* d, const RowArgs&) { std::memcpy(d, s, 4); }
+inline void write_aone(const uint8_t* s, uint8_t* d, const RowArgs& args)
+{
+    store(d, load(s) | alpha_bits(args.dst_shift));
 }
 
 } // namespace model

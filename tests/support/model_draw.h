@@ -7,7 +7,7 @@
 
 namespace model {
 
-// A surface as the library sees it, and the memory that stands for desc.pixels.
+// A surface as the library sees it, and the memory that stands for desc.pixels; with none only the code is worked out.
 struct Surface {
     vexlor_surface_desc desc;
     uint8_t* memory;
@@ -56,7 +56,7 @@ inline uint32_t fill(const vexlor_context* ctx, const Surface* dst, int32_t x, i
             color |= alpha_bits(shift);
             bytes = static_cast<uint32_t>(w);
         }
-        for (int32_t row = 0; row < h; ++row)
+        for (int32_t row = 0; row < h && dst->memory != nullptr; ++row)
             set(dst->at(x, y + row), color, bytes);
         return 0;
     }
@@ -68,7 +68,7 @@ inline uint32_t fill(const vexlor_context* ctx, const Surface* dst, int32_t x, i
         return 8;
     const Unit units[] = {fill<Alpha::blended>, fill<Alpha::replaced>, fill<Alpha::one>};
     const RowArgs args{.g = raised(ctx->alpha_value), .shift = shift, .color = ctx->color};
-    for (int32_t row = 0; row < h; ++row)
+    for (int32_t row = 0; row < h && dst->memory != nullptr; ++row)
         for (int32_t i = 0; i < w; ++i)
             units[op](nullptr, dst->at(x + i, y + row), args);
     return 0;
@@ -114,8 +114,9 @@ private:
     template <class Draw> uint32_t rows(bool upwards, Draw draw) const
     {
         const auto fits = [](int64_t at, int64_t length, int64_t limit) { return at + length <= limit; };
-        if (fits(sx, w, src->desc.width) && fits(sy, h, src->desc.height) && fits(dx, w, dst->desc.width) &&
-            fits(dy, h, dst->desc.height) && !(equivalent(from(), to()) && src->bpp() != dst->bpp()))
+        if (src->memory != nullptr && dst->memory != nullptr && fits(sx, w, src->desc.width) &&
+            fits(sy, h, src->desc.height) && fits(dx, w, dst->desc.width) && fits(dy, h, dst->desc.height) &&
+            !(equivalent(from(), to()) && src->bpp() != dst->bpp()))
             for (int32_t i = 0; i < h; ++i) {
                 const int32_t row = upwards ? h - 1 - i : i;
                 draw(src->at(sx, sy + row), dst->at(dx, dy + row));

@@ -3,6 +3,7 @@
 
 #include "model_blend.h"
 #include <algorithm>
+#include <cmath>
 
 namespace model {
 
@@ -62,6 +63,25 @@ template <Pair Layout> void blend_to_yuv(const uint8_t* s, uint8_t* d, const Row
     encode<X8R8G8B8, Layout>(rgb, d, args);
 }
 
-inline void passthrough(const uint8_t* s, uint8_t* d, const RowArgs&) { store(d, load(s)); }
+// One operation of the vector rows: in doubles these products and sums are exact, so that this is the only rounding.
+inline double single(double exact)
+{
+    const volatile float stored = static_cast<float>(exact);
+    return stored;
+}
+inline uint8_t channel(double value) { return clamp(static_cast<int>(std::lrint(value))); }
+inline void floats_to_rgb(int y, int u, int v, uint8_t* pixel)
+{
+    const double luma = single((y - 16.0) * 1.164f), blue = u - 128, red = v - 128;
+    pixel[0] = 0;
+    pixel[1] = channel(single(luma + single(red * 1.596f)));
+    pixel[2] = channel(single(single(luma + single(blue * -0.391f)) + single(red * -0.813f)));
+    pixel[3] = channel(single(luma + single(blue * 2.018f)));
+}
+template <Pair From> void decode_floats(const uint8_t* s, uint8_t* d, const RowArgs&)
+{
+    floats_to_rgb(s[From.y0], s[From.u], s[From.v], d);
+    floats_to_rgb(s[From.y1], s[From.u], s[From.v], d + 4);
+}
 
 } // namespace model

@@ -30,7 +30,7 @@ uint32_t driver_refusal(Driver driver, const vexlor_context& ctx, const Surface&
     const bool alpha_known = ctx.alpha_dst_op <= 2 && ctx.alpha_mode <= 1;
     switch (driver) {
     case Driver::blend_nofilter:
-        return !equal ? 3 : src.bpp() != 4 ? 4 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
+        return !equal ? 3 : (format & 0x3F) != 32 ? 4 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
     case Driver::blend_filter: return !equal ? 3 : !has_alpha ? 5 : !rgb ? 4 : alpha_known ? 0 : 8;
     default: break;
     }
@@ -264,7 +264,8 @@ uint32_t Scaler::drive(Driver driver, const vexlor_context& ctx, const Surface& 
     const bool blended = driver == Driver::blend_nofilter || driver == Driver::blend_filter;
     const uint32_t format = src.desc.format, to = dst.desc.format;
     const bool two_sizes = equivalent(src.desc.format, dst.desc.format) && src.bpp() != dst.bpp();
-    if (code != 0 || two_sizes || !inside(src, r.sx, r.sy, r.sw, r.sh) ||
+    const bool known = src.memory != nullptr && dst.memory != nullptr;
+    if (code != 0 || !known || two_sizes || !inside(src, r.sx, r.sy, r.sw, r.sh) ||
         !inside(dst, r.dx, r.dy, r.dw, r.dh))
         return code;
     if (!filtered) {

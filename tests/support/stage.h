@@ -66,7 +66,7 @@ public:
     Random random;
     Context context;
     Arena source, target;
-    int drawn = 0; // calls that were not refused
+    uint64_t drawn = 0; // calls that were not refused
 
 private:
     model::Scaler scaler_;

@@ -1,0 +1,60 @@
+// Every exported row routine, in every instruction set: the bytes of its model, and nothing outside of the row's memory.
+#include "support/rows.h"
+
+// Up to 130 pixels, in exact memory at a page's begin or end, at every alignment of either side.
+TEST(Rows, EqualTheModelInExactMemory)
+{
+    constexpr uint32_t negative[] = {0xFFFFFFFF, 0xFFFFFFFE, 0xFFFFFFF5, 0x80000000};
+    Random random(2);
+    Arena src, dst;
+    for (const vexlor::Kernels* const set : all_sets())
+        for (const AnyRow& row : row_table::all) {
+            if (set != nullptr && !row.in_every_set)
+                continue;
+            int drawn = 0, called = 0;
+            for (uint32_t count = 0; count <= row.most + (row.signed_count ? 4 : 0); ++count)
+                for (uint32_t i = 0; i < 96; i += VEXLOR_TEST_STEP == 1 && count <= 40 ? 1 : 5) {
+                    const uint32_t n = count <= row.most ? count : negative[count - row.most - 1];
+                    const RowArgs args = random_args(random);
+                    const uint32_t gap = i / 6;
+                    const size_t gaps[3][2] = {{gap, 0}, {0, gap}, {gap, gap * 7 % 16}};
+                    const auto [s_gap, d_gap] = gaps[i % 3];
+                    const Side side = i % 2 == 0 ? Side::end : Side::begin;
+                    uint8_t* const s = src.place(row.src_bytes(n, args), side, s_gap);
+                    uint8_t* const d = dst.place(row.dst_bytes(n, args), side, d_gap);
+                    src.randomize(random);
+                    dst.randomize(random);
+                    ++called;
+                    if (!row.model(src.twin(s), dst.twin(d), n, args))
+                        continue;
+                    ++drawn;
+                    row.routine(set, s, d, n, args);
+                    ASSERT_TRUE(src.same() && dst.same_as_twin(d))
+                        << "row " << &row - row_table::all << ", set " << set << ", count " << n << ", place "
+                        << i << ", g " << args.g << ", shift " << args.shift << ", step " << args.step;
+                }
+            EXPECT_GT(drawn, called / 32) << "row " << &row - row_table::all;
+        }
+}
+
+// The table names every member of the tables of instruction sets.
+TEST(Rows, AreAllInTheTable)
+{
+    const auto kernels = std::count_if(std::begin(row_table::all), std::end(row_table::all),
+                                       [](const AnyRow& row) { return row.in_every_set; });
+    constexpr size_t memory = 2, nearest_565 = 1, passes = 19; // which have tests of their own
+    EXPECT_EQ(static_cast<size_t>(kernels) + memory + nearest_565 + passes,
+              sizeof(vexlor::Kernels) / sizeof(void*));
+}
+
+TEST(Kernels, ServeFromTheBestSet)
+{
+    const vexlor::Kernels* const best = all_sets().back();
+    EXPECT_EQ(&vexlor::kernels(), best);
+    // No entry is left empty, but in 32 bits without vectors.
+    if (sizeof(void*) == 4 && best == &vexlor::baseline_kernels)
+        return;
+    const void* entries[sizeof *best / sizeof(void*)];
+    std::memcpy(entries, best, sizeof entries);
+    EXPECT_EQ(std::count(std::begin(entries), std::end(entries), nullptr), 0);
+}
