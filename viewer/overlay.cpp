@@ -129,7 +129,7 @@ void draw_help(Canvas& canvas)
     const Size size = panel_size(lines);
     const Point at{std::max((canvas.size().width - size.width) / 2, 0),
                    std::max((canvas.size().height - size.height) / 2, 0)};
-    draw_panel(canvas, at, lines, 235);
+    draw_panel(canvas, at, lines, 248);
     canvas.frame({at.x, at.y, size.width, size.height}, Ink::grey);
 }
 

@@ -27,7 +27,7 @@ struct Line {
     Ink ink = Ink::white;
 };
 tool::Size panel_size(const std::vector<Line>& lines);
-void draw_panel(Canvas& canvas, tool::Point at, const std::vector<Line>& lines, uint8_t alpha = 190);
+void draw_panel(Canvas& canvas, tool::Point at, const std::vector<Line>& lines, uint8_t alpha = 215);
 
 std::string milliseconds(double seconds);
 

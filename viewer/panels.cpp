@@ -88,7 +88,7 @@ void draw_graph(Canvas& canvas, const Model& model)
     const Rect box{model.window.width - margin - width, margin, width, height};
     if (box.x < width || model.times.empty())
         return;
-    canvas.area(box, {10, 12, 16}, 190);
+    canvas.area(box, {10, 12, 16}, 215);
     double most = 0.001;
     for (const Times& t : model.times)
         most = std::max({most, t.a, t.b});
