@@ -39,10 +39,10 @@ void paint(const Surface& s, auto color)
 }
 
 // Sky, a sun, hills and the light on them: smooth colours, an edge, a round thing.
-uint32_t landscape(double x, double y)
+uint32_t landscape(double x, double y, double height = 0.75)
 {
     const auto mixed = [](double a, double b, double t) { return static_cast<uint32_t>(a + (b - a) * t); };
-    if (std::hypot(x - 0.72, (y - 0.3) * 0.75) < 0.12)
+    if (std::hypot(x - 0.72, (y - 0.3) * height) < 0.12 * height / 0.75)
         return rgb(255, mixed(236, 150, y), 120);
     const double far = 0.62 + 0.1 * std::sin(x * 7), near = 0.8 + 0.07 * std::sin(x * 5 + 2);
     if (y > near)
@@ -99,6 +99,37 @@ void blend_by_value(const Context& ctx, uint32_t value, uint32_t dst_op)
     vexlor_context_set_alpha_op(ctx.get(), VEXLOR_ALPHA_OP_BLEND);
     vexlor_context_set_alpha_value(ctx.get(), static_cast<uint8_t>(value));
     vexlor_context_set_alpha_dst_op(ctx.get(), dst_op);
+}
+
+// What the library is for, at a glance: a camera frame converted for a screen, night blended over it, sprites, a panel.
+Page screen()
+{
+    Page page(640, 260);
+    Surface frame(640, 260, VEXLOR_FMT_U8Y8V8Y8), day(640, 260, VEXLOR_FMT_B8G8R8A8),
+        layer(640, 260, VEXLOR_FMT_B8G8R8A8);
+    Surface sprite(96, 96, VEXLOR_FMT_B8G8R8A8);
+    paint(day, [](int32_t x, int32_t y) { return landscape(x / 640.0, y / 260.0, 260.0 / 640); });
+    for (int32_t y = 0; y < frame.height(); ++y)
+        vexlor_1d_B8G8R8X8_2_U8Y8V8Y8(day.row(y), frame.row(y), frame.width());
+    const Context ctx;
+    ctx.copy(frame, frame.all(), page, 0, 0);
+    vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_CATROM);
+    paint(layer, [](int32_t x, int32_t) {
+        return 0x081026u | static_cast<uint32_t>(std::clamp(400 - x, 0, 225)) << 24;
+    });
+    blend_by_pixel(ctx, VEXLOR_ALPHA_STRAIGHT, VEXLOR_ALPHA_DST_BLEND);
+    ctx.copy(layer, layer.all(), page, 0, 0);
+    paint_disc(sprite, rgb(255, 170, 60), true);
+    blend_by_pixel(ctx, VEXLOR_ALPHA_PREMULTIPLIED, VEXLOR_ALPHA_DST_BLEND);
+    for (int32_t i = 0; i < 5; ++i)
+        ctx.scale(sprite, sprite.all(), page, {20 + i * 62, 130 - i * 18, 36 + i * 14, 36 + i * 14});
+    const Context panel;
+    blend_by_value(panel, 150, VEXLOR_ALPHA_DST_BLEND);
+    panel.fill(page, {380, 170, 240, 70}, navy);
+    page.write(400, 186, "LIBVEXLOR", grey(255));
+    page.write(400, 204, "FILL, COPY, BLEND,", grey(230));
+    page.write(400, 218, "CONVERT, SCALE", grey(230));
+    return page;
 }
 
 Page alpha_modes()
@@ -529,6 +560,7 @@ struct Picture {
     Page (*draw)();
 };
 constexpr std::array pictures{
+    Picture{"screen", screen},
     Picture{"alpha-modes", alpha_modes},
     Picture{"alpha-destination", alpha_destination},
     Picture{"global-alpha", global_alpha},
