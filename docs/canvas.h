@@ -148,7 +148,6 @@ public:
         pen_.fill(*this, {r.x - 1, r.y, 1, r.h}, color);
         pen_.fill(*this, {r.x + r.w, r.y, 1, r.h}, color);
     }
-    void save(const std::string& name) const;
     // Colour of a pixel, alpha not shown.
     static uint32_t pixel(const Surface& s, int32_t x, int32_t y)
     {
