@@ -76,6 +76,8 @@ inside {
     inside = finished = 0
     if (!opened) {
         print "/** @file\n" plain(text) "*/"
+        if (file == "vexlor.h")
+            print "/** @mainpage libvexlor\n" plain(text) "*/"
         opened = 1
         text = ""
     } else if (heading != "" && sections)
