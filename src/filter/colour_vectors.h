@@ -62,7 +62,7 @@ inline Floats floats_at(u32 i, auto components) { return components(i); }
 inline __m128 clamped(__m128 c) { return _mm_min_ps(_mm_max_ps(c, _mm_setzero_ps()), _mm_set1_ps(1)); }
 
 constexpr u32 block_pixels = sizeof(Floats) / 4; // that are packed at once
-constexpr u32 components = 4;                    // of a value; the fourth of a 565 pixel is 0
+constexpr size_t components = 4;                 // of a value; the fourth of a 565 pixel is 0
 
 inline Colour unpack_fields(__m128i fields, __m128 reciprocals)
 {

@@ -53,7 +53,7 @@ void colours_across(TapRow row, const vexlor_filter_params& p, const void* colum
             const u32 end = p.count - begin < block_columns ? p.count : begin + block_columns;
             unpack(i64{column[begin].centre} - 1, (end - begin + 1) / 2 + 3);
             const double* taps = colours;
-            double* value = out + uintptr_t{begin} * components;
+            double* value = out + begin * components;
             for (u32 i = begin; i < end; i += 2, taps += components, value += 2 * components) {
                 Colour::at(taps + components).to(value);
                 half_way.mix_across(taps, value + components);
@@ -64,18 +64,16 @@ void colours_across(TapRow row, const vexlor_filter_params& p, const void* colum
     for_columns<X>(column, 0, p.count, unpack, [&](u32 i, u32 index) {
         const double* const taps = colours + index * components;
         if (column[i].is_on_pixel())
-            Colour::at(taps + components).to(out + uintptr_t{i} * components);
+            Colour::at(taps + components).to(out + i * components);
         else
-            Weights<X>(column[i]).mix_across(taps, out + uintptr_t{i} * components);
+            Weights<X>(column[i]).mix_across(taps, out + i * components);
     });
 }
 
 template <class Pixel, class Y>
 void colours_down(const void* const* values, const vexlor_filter_params& p, void* out)
 {
-    const auto at = [&](u32 row, u32 i) {
-        return static_cast<const double*>(values[row]) + uintptr_t{i} * components;
-    };
+    const auto at = [&](u32 row, u32 i) { return static_cast<const double*>(values[row]) + i * components; };
     const typename Y::Column row = Y::column(p.ypos, 0);
     if (row.is_on_pixel())
         return pack_row<Pixel>(p.count, out, [&](u32 first) {

@@ -23,8 +23,8 @@ struct FieldSums {
     static FieldSums unpacked(__m256i bytes)
     {
         const __m256 fields = _mm256_cvtepi32_ps(bytes);
-        const __m256 parts = _mm256_mul_ps(fields, _mm256_set1_ps(1.0F / 255));
-        return {fields, _mm256_fmadd_ps(fields, _mm256_set1_ps(-per_field), parts)};
+        const __m256 colours = _mm256_mul_ps(fields, _mm256_set1_ps(1.0F / 255));
+        return {fields, _mm256_fmadd_ps(fields, _mm256_set1_ps(-per_field), colours)};
     }
     static FieldSums of_taps(const FieldSums& a, const FieldSums& b, const FieldSums& c)
     {
@@ -38,7 +38,7 @@ struct FieldSums {
         return {fields, _mm256_fnmadd_ps(fields, _mm256_set1_ps(per_field), rounded())};
     }
 
-    static constexpr u32 floats = 16;
+    static constexpr size_t floats = 16;
     static FieldSums at(const float* pair) { return {_mm256_loadu_ps(pair), _mm256_loadu_ps(pair + 8)}; }
     void to(float* pair) const
     {
@@ -73,7 +73,7 @@ inline u32 gauss_across_halved(const RowPixels<Pixel8888>& pixels, i64 centre, u
 inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& p, const void* columns,
                                         void* values)
 {
-    constexpr u32 floats = 2 * components; // fields of a pixel, then its rests
+    constexpr size_t floats = 2 * components; // fields of a pixel, then its rests
     alignas(32) float unpacked[block_room * floats];
     const RowPixels<Pixel8888> pixels(row);
     const auto* const column = static_cast<const Gauss::Column*>(columns);
@@ -97,7 +97,7 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
         const __m256 sums = _mm256_fmadd_ps(tap(1), _mm256_set1_ps(2), _mm256_add_ps(tap(0), tap(2)));
         const __m128 fields = _mm256_castps256_ps128(sums), rests = _mm256_extractf128_ps(sums, 1);
         const __m128 scale = _mm_set1_ps(per_field);
-        float* const sum = out + uintptr_t{i / 2} * FieldSums::floats + i % 2 * components;
+        float* const sum = out + i / 2 * FieldSums::floats + i % 2 * components;
         _mm_storeu_ps(sum, fields);
         _mm_storeu_ps(sum + floats, _mm_fnmadd_ps(fields, scale, _mm_fmadd_ps(fields, scale, rests)));
     });
@@ -106,7 +106,7 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
 inline void gauss_down_of_gauss_8888(const void* const* values, const vexlor_filter_params& p, void* out)
 {
     const auto at = [&](u32 row, u32 i) {
-        return FieldSums::at(static_cast<const float*>(values[row]) + uintptr_t{i / 2} * FieldSums::floats);
+        return FieldSums::at(static_cast<const float*>(values[row]) + i / 2 * FieldSums::floats);
     };
     pack_row<Pixel8888>(p.count, out, [&](u32 i) {
         const __m256 sixteenfold = FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();

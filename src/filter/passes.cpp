@@ -92,26 +92,26 @@ template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, Do
 
 } // namespace
 
-Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& k)
+Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& set)
 {
     // clang-format off
     const FilterPasses all[] = {
-        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888, k.halve_8888)},
-        {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(k.mean_across_8888, k.linear_down_8888)},
-        {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(k.linear_across_8888, k.mean_down_8888)},
-        {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(k.linear_across_8888, k.linear_down_8888)},
-        {vexlor_filter_xmean_ymean_565,      mean_linear<Pixel565, Mean, Mean>(k.mean_across_565, k.mean_down_565)},
-        {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(k.mean_across_565, k.linear_down_565)},
-        {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(k.linear_across_565, k.mean_down_565)},
-        {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(k.linear_across_565, k.linear_down_565)},
-        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(k.gauss_across_for_gauss_8888, k.gauss_down_of_gauss_8888)},
-        {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(k.gauss_across_8888, k.catrom_down_8888)},
-        {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(k.catrom_across_8888, k.gauss_down_8888)},
-        {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(k.catrom_across_8888, k.catrom_down_8888)},
-        {vexlor_filter_xgauss_ygauss_565,    gauss_catrom<Pixel565, Gauss, Gauss>(k.gauss_across_565, k.gauss_down_565)},
-        {vexlor_filter_xgauss_ycatrom_565,   gauss_catrom<Pixel565, Gauss, CatRom>(k.gauss_across_565, k.catrom_down_565)},
-        {vexlor_filter_xcatrom_ygauss_565,   gauss_catrom<Pixel565, CatRom, Gauss>(k.catrom_across_565, k.gauss_down_565)},
-        {vexlor_filter_xcatrom_ycatrom_565,  gauss_catrom<Pixel565, CatRom, CatRom>(k.catrom_across_565, k.catrom_down_565)},
+        {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(set.mean_across_8888, set.mean_down_8888, set.halve_8888)},
+        {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(set.mean_across_8888, set.linear_down_8888)},
+        {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(set.linear_across_8888, set.mean_down_8888)},
+        {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(set.linear_across_8888, set.linear_down_8888)},
+        {vexlor_filter_xmean_ymean_565,      mean_linear<Pixel565, Mean, Mean>(set.mean_across_565, set.mean_down_565)},
+        {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(set.mean_across_565, set.linear_down_565)},
+        {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(set.linear_across_565, set.mean_down_565)},
+        {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(set.linear_across_565, set.linear_down_565)},
+        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(set.gauss_across_for_gauss_8888, set.gauss_down_of_gauss_8888)},
+        {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(set.gauss_across_8888, set.catrom_down_8888)},
+        {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(set.catrom_across_8888, set.gauss_down_8888)},
+        {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(set.catrom_across_8888, set.catrom_down_8888)},
+        {vexlor_filter_xgauss_ygauss_565,    gauss_catrom<Pixel565, Gauss, Gauss>(set.gauss_across_565, set.gauss_down_565)},
+        {vexlor_filter_xgauss_ycatrom_565,   gauss_catrom<Pixel565, Gauss, CatRom>(set.gauss_across_565, set.catrom_down_565)},
+        {vexlor_filter_xcatrom_ygauss_565,   gauss_catrom<Pixel565, CatRom, Gauss>(set.catrom_across_565, set.gauss_down_565)},
+        {vexlor_filter_xcatrom_ycatrom_565,  gauss_catrom<Pixel565, CatRom, CatRom>(set.catrom_across_565, set.catrom_down_565)},
     };
     // clang-format on
     for (const FilterPasses& entry : all)

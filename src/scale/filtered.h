@@ -112,7 +112,8 @@ private:
 };
 
 // Whether filters may find pixels that the call has drawn. They read from the rectangle's first pixel to its last one;
-// Gaussian and Catmull-Rom filters of a single row read a stride before and behind it.
+// Gaussian and Catmull-Rom filters of a single row, or of rows that overlap, read a stride or a row before
+// and behind it.
 inline bool reads_what_it_draws(const Scale& s)
 {
     struct Extent {
@@ -124,7 +125,9 @@ inline bool reads_what_it_draws(const Scale& s)
             static_cast<i64>(reinterpret_cast<uintptr_t>(pixel_address(surface, r.x, r.y, pixel)));
         return Extent{begin, begin + (i64{r.h} - 1) * surface.stride + i64{r.w} * pixel};
     };
-    const i64 around = s.ctx.filter == VEXLOR_FILTER_CATROM && s.from.h == 1 ? i64{2} * s.src.stride : 0;
+    const i64 stride = s.src.stride, row_bytes = i64{s.from.w} * bytes_per_pixel(s.src.format);
+    const bool reads_around = s.ctx.filter == VEXLOR_FILTER_CATROM && (s.from.h == 1 || stride < row_bytes);
+    const i64 around = reads_around ? 2 * (stride < row_bytes ? row_bytes : stride) : 0;
     const Extent read = extent(s.src, s.from), drawn = extent(s.dst, s.to);
     return read.begin - around < drawn.end && drawn.begin < read.end + around;
 }
