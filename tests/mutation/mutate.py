@@ -96,8 +96,9 @@ def killed_by(command, folder, limit):
         return 'time'
     if run.returncode == 0:
         return ''
-    begun = re.findall(rb'\[ RUN      \] (\S+)|\d+/\d+ Test +#\d+: (\S+) \.*\**(?:Failed|Exception)', run.stdout)
-    return b''.join(begun[-1]).decode() if begun else 'a test'
+    failed = re.findall(rb'\[  FAILED  \] (\S+?),? |Test +#\d+: (\S+) \.*\**(?:Failed|Exception)', run.stdout + b' ')
+    begun = re.findall(rb'\[ RUN      \] (\S+)()', run.stdout) # the last one of those ended the program
+    return b''.join((failed[:1] or begun[-1:] or [(b'a test',)])[0]).decode()
 
 
 def main():

@@ -118,10 +118,13 @@ TEST_F(Cache, KeepsItsRowsWhenTheBandMovesUp)
 
 TEST_F(Cache, IsEmptyAfterArgumentsWithoutMeaning)
 {
-    constexpr int32_t bad[][3] = {{0, 8, 2}, {-4, 8, 2}, {4, 0, 2}, {4, -8, 2}, {4, 8, 0}, {4, 8, -1}};
-    for (const auto& [in, out, rows] : bad) {
+    constexpr int32_t bad[][4] = {{0, 8, 2, 12},        {-4, 8, 2, 12},     {4, 0, 2, 12}, {4, -8, 2, 12},
+                                  {4, 8, 0, 12},        {4, 8, -1, 12},     {4, 3, 2, 12}, {4, 8, 2, -16},
+                                  {4, 8, 2, INT32_MAX}, {4, 16, 2, 1 << 29}};
+    for (const auto& [in, out, rows, length] : bad) {
         band(3, 2);
-        uint8_t *first = numbered, *last = numbered + 12;
+        uint8_t *first = numbered, *last = reinterpret_cast<uint8_t*>(reinterpret_cast<uintptr_t>(numbered) +
+                                                                      static_cast<uintptr_t>(length));
         calls.clear();
         EXPECT_EQ(vexlor_cache_update(cache, convert, copy, in, out, 8, 16, rows, &first, &last), 0);
         EXPECT_TRUE(first == nullptr && last == nullptr && calls.empty() && cache->first_source == nullptr);
