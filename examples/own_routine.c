@@ -39,8 +39,7 @@ int main(void)
     for (n = 0; n < 2 * LAMPS; ++n) { /* nine lamps over the lake, and their light in the water */
         const int k = n % LAMPS, water = n / LAMPS, x = k * 65, y = 190 + (k - 4) * (k - 4) * 2;
         for (i = 0; i < SIZE * SIZE; ++i) {
-            const int dx = 2 * (i % SIZE) - SIZE,
-                      dy = (2 * (i / SIZE) - SIZE) * (water ? 1 : 2) * (water ? 1 : 1);
+            const int dx = 2 * (i % SIZE) - SIZE, dy = (2 * (i / SIZE) - SIZE) * (water ? 1 : 2);
             const int d = (dx * dx * (water ? 6 : 2) + dy * dy / (water ? 1 : 2)) * 256 / (SIZE * SIZE);
             const int near = d < 256 ? 256 - d : 0;
             const uint32_t alpha = (uint32_t)(near * near / 260 * near / 256 * (water ? 2 : 4) / 4);
