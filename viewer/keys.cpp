@@ -12,7 +12,7 @@ namespace {
 constexpr int32_t pan = 64; // window pixels
 
 void move_wipe(Model& m, int32_t by) { m.wipe = std::clamp(m.wipe + by, 0, 1000); }
-void change_amplify(Model& m, bool up) { m.amplify = std::clamp(up ? m.amplify * 2 : m.amplify / 2, 1, 64); }
+void change_amplify(Model& m, bool up) { m.amplify = std::clamp(up ? m.amplify * 2 : m.amplify / 2, 1, 256); }
 void move_source(Model& m, int32_t x, int32_t y)
 {
     m.zoom = moved(m.zoom, {x, y}, m.source.size(), m.window);

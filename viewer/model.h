@@ -45,8 +45,8 @@ struct Model {
     bool shows(size_t side) const { return mode != Mode::single || side == active; }
     Layout layout() const;
     int32_t wipe_x() const { return window.width * wipe / 1000; }
-    void place_sprite(); // in the middle of the window
     void add_times(Times now);
+    void place_sprite(); // in the middle of the window
 };
 
 struct Key {

@@ -133,6 +133,13 @@ void draw_help(Canvas& canvas)
     canvas.frame({at.x, at.y, size.width, size.height}, Ink::grey);
 }
 
+bool room_for_all(Size window)
+{
+    // Settings, and the calls of a picture and a sprite by alpha test, which are the most.
+    constexpr int32_t lines = 16 + 16;
+    return window.height >= lines * Canvas::letter_height + 4 * padding + 3 * margin;
+}
+
 void draw_overlay(Canvas& canvas, const Model& model, const Sides& sides)
 {
     draw_grid(canvas, model);
@@ -140,7 +147,8 @@ void draw_overlay(Canvas& canvas, const Model& model, const Sides& sides)
         draw_wipe_bar(canvas, model);
     draw_refusals(canvas, model, sides);
     if (model.panels) {
-        draw_settings(canvas, model, sides);
+        if (!model.calls || room_for_all(model.window))
+            draw_settings(canvas, model, sides);
         draw_graph(canvas, model);
         if (model.calls)
             draw_calls(canvas, model, sides);

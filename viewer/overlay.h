@@ -11,6 +11,9 @@ namespace view {
 
 using Sides = std::array<Side, 2>;
 
+// Whether settings and C calls have room one below the other; otherwise the calls take the settings' place.
+bool room_for_all(tool::Size window);
+
 void draw_overlay(Canvas& canvas, const Model& model, const Sides& sides);
 
 // Its parts.

@@ -86,7 +86,8 @@ void draw_graph(Canvas& canvas, const Model& model)
 {
     constexpr int32_t width = 264, height = 96, bar = 2, foot = 18;
     const Rect box{model.window.width - margin - width, margin, width, height};
-    if (box.x < width || model.times.empty())
+    constexpr int32_t settings_width = 480;
+    if (box.x < settings_width || model.times.empty())
         return;
     canvas.area(box, {10, 12, 16}, 215);
     double most = 0.001;

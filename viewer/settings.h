@@ -21,6 +21,8 @@ struct Settings {
     uint32_t alpha_dst_op = VEXLOR_ALPHA_DST_BLEND;
     uint8_t alpha_value = 255;
     bool simd = false;
+
+    bool operator==(const Settings&) const = default;
 };
 
 // The alpha test that the sprite is copied with.

@@ -90,11 +90,12 @@ void Side::draw(const Settings& s, Source& source, const Layout& layout, Sprite&
     prepare(window, s.target, s.blended);
     refusal_.clear();
     Pen pen(s.simd, clock);
+    const Named to{"screen", target_.desc()};
+    pen.describe(to);
     try {
         const Surface& pixels = source.carried(s.source, s.multiplied);
-        const Named from{"source", pixels.desc()}, to{"screen", target_.desc()};
+        const Named from{"source", pixels.desc()};
         pen.describe(from);
-        pen.describe(to);
         pen.filter(s.filter);
         if (s.blended) {
             pen.alpha_op(VEXLOR_ALPHA_OP_BLEND);

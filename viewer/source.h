@@ -29,6 +29,8 @@ public:
     // Get frames ready by a thread, so that advance never waits.
     virtual void read_ahead() {}
 
+    // Another one for every other picture.
+    int64_t version() const { return version_; }
     // The current picture as a surface, with colours multiplied by its alpha if so wished. A YUV surface lacks
     // the last column of an odd width. Throws what is wrong with the picture.
     const tool::Surface& carried(uint32_t format, bool multiplied);
@@ -36,10 +38,15 @@ public:
 protected:
     virtual tool::Picture picture() const = 0;
     virtual const tool::Surface* original() const { return nullptr; }
-    void changed() { cache_.clear(); }
+    void changed()
+    {
+        cache_.clear();
+        ++version_;
+    }
 
 private:
     std::map<std::pair<uint32_t, bool>, tool::Surface> cache_;
+    int64_t version_ = 0;
 };
 
 // One PNG or JPEG file, which must be good, or a folder of them, of which some may be bad.

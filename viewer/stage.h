@@ -6,7 +6,7 @@
 #include "overlay.h"
 #include "side.h"
 
-#include <memory>
+#include <optional>
 #include <string>
 
 namespace view {
@@ -20,11 +20,23 @@ public:
     Sides sides;
 
     void resize(tool::Size window);
-    void draw();
+    // Sides that would come out as they are, are drawn anew only if so wished.
+    void draw(bool anew = false);
 
 private:
+    // All that a side's picture depends on.
+    struct Inputs {
+        Settings settings;
+        std::array<int32_t, 12> places;
+        int64_t source;
+
+        bool operator==(const Inputs&) const = default;
+    };
+    Inputs inputs(size_t side) const;
+
     Sprite sprite_;
     Clock clock_;
+    std::array<std::optional<Inputs>, 2> drawn_;
 };
 
 } // namespace view

@@ -119,8 +119,8 @@ sed -n '/^vexlor/p' run.out >calls
 cat >expected <<'END'
 vexlor_context_create(&ctx);
 vexlor_context_set_simd(ctx, true);
-vexlor_surface_desc_init(&source, 64, 48, 256, source_pixels, VEXLOR_FMT_B8G8R8A8);
 vexlor_surface_desc_init(&screen, 256, 192, 1024, screen_pixels, VEXLOR_FMT_B8G8R8A8);
+vexlor_surface_desc_init(&source, 64, 48, 256, source_pixels, VEXLOR_FMT_B8G8R8A8);
 vexlor_context_set_filter(ctx, VEXLOR_FILTER_NONE);
 vexlor_context_set_alpha_dst_op(ctx, VEXLOR_ALPHA_DST_ONE);
 vexlor_scale(ctx, &source, &screen, 0, 0, 64, 48, 0, 0, 256, 192);
