@@ -157,8 +157,9 @@ Surface rings(int32_t side)
         for (int32_t x = 0; x < side; ++x) {
             const double dx = x - side / 2.0, dy = y - side / 2.0;
             const double wave = std::cos((dx * dx + dy * dy) * std::numbers::pi / side);
-            std::fill_n(picture.row(y) + 4 * x, 3, static_cast<uint8_t>(std::lround(127.5 + 127 * wave)));
-            picture.row(y)[4 * x + 3] = 255;
+            uint8_t* const pixel = picture.row(y) + size_t{4} * static_cast<size_t>(x);
+            std::fill_n(pixel, 3, static_cast<uint8_t>(std::lround(127.5 + 127 * wave)));
+            pixel[3] = 255;
         }
     return pack(picture, bgrx);
 }

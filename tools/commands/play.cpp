@@ -58,6 +58,39 @@ private:
     int32_t digits_ = 1;
 };
 
+// Where drawn frames go: one stream into one file, or pictures, which are files of their own.
+class Sink {
+public:
+    explicit Sink(const Output& output) : file_(output.file())
+    {
+        if (output.is_png())
+            names_.emplace(file_);
+    }
+    void write(const Bytes& frame)
+    {
+        if (names_) {
+            write_file(names_->of(written_), frame);
+        } else {
+            if (!whole_)
+                whole_.emplace(file_);
+            whole_->write(frame);
+        }
+        ++written_;
+    }
+    void finish()
+    {
+        if (whole_)
+            whole_->finish();
+    }
+    int64_t written() const { return written_; }
+
+private:
+    std::string file_;
+    std::optional<NumberedName> names_;
+    std::optional<OutputFile> whole_;
+    int64_t written_ = 0;
+};
+
 struct PlayCommand : Command {
     void declare(Options& options) override
     {
@@ -86,63 +119,38 @@ struct PlayCommand : Command {
         if (to_format == 0)
             to_format = is_yuv(from_format) ? VEXLOR_FMT_B8G8R8X8 : from_format;
         const Output file(output);
-        std::optional<NumberedName> names;
-        if (file.is_png())
-            names.emplace(file.file());
-
+        Sink sink(file);
         InputFile stream(input);
-        const size_t frame_bytes =
-            static_cast<size_t>(from.width) * static_cast<size_t>(from.height) * bytes_per_pixel(from_format);
-        Bytes frame(frame_bytes);
-        for (int32_t i = 0; i < skip; ++i)
-            if (!read(stream, frame, i))
-                throw Failure(shown(input),
-                              "has only " + std::to_string(i) + " frames, all of which were skipped");
-
+        Bytes frame(static_cast<size_t>(from.width) * static_cast<size_t>(from.height) *
+                    bytes_per_pixel(from_format));
+        skip_frames(stream, frame);
         if (jobs == 0)
             jobs = static_cast<int32_t>(std::clamp(std::thread::hardware_concurrency(), 1u, 256u));
         Crew<Player, Bytes> crew(static_cast<size_t>(jobs), [&] {
             return std::make_unique<Player>(simd, from, from_format, to, to_format);
         });
-        // A stream into one file; pictures are files of their own.
-        std::optional<OutputFile> whole;
-        Progress progress(total(stream, frame_bytes));
+        Progress progress(total(stream, frame.size()));
         const auto start = std::chrono::steady_clock::now();
-        int64_t submitted = 0, done = 0;
         std::optional<Failure> truncated; // what came before it is played
-        for (bool more = true;;) {
+        int64_t submitted = 0;
+        for (bool more = true; more || crew.pending() != 0;) {
             if (more && crew.pending() < 2 * static_cast<size_t>(jobs)) {
-                try {
-                    more = (frames == 0 || submitted < frames) && read(stream, frame, skip + submitted);
-                } catch (const Failure& failure) {
-                    truncated = failure;
-                    more = false;
-                }
-                if (more) {
+                more = next(stream, frame, submitted, truncated);
+                if (more)
                     crew.submit([this, frame, &file](Player& player) { return draw(player, frame, file); });
-                    ++submitted;
-                }
-                continue;
-            }
-            if (crew.pending() == 0)
-                break;
-            const Bytes drawn = crew.take();
-            if (names) {
-                write_file(names->of(done), drawn);
+                submitted += more;
             } else {
-                if (!whole)
-                    whole.emplace(file.file());
-                whole->write(drawn);
+                sink.write(crew.take());
+                progress.show(sink.written());
             }
-            progress.show(++done);
         }
         if (truncated)
             throw Failure(*truncated);
+        const int64_t done = sink.written();
         if (done == 0)
             throw Failure(shown(input),
                           skip == 0 ? "is empty" : "has no frame behind those that were skipped");
-        if (whole)
-            whole->finish();
+        sink.finish();
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
         std::fprintf(file.report(), "%s: %lld frames, %s to %s, %s to %s, %.3f s, %.1f frames per second\n",
                      output.c_str(), static_cast<long long>(done), format_name(from_format).data(),
@@ -152,6 +160,25 @@ struct PlayCommand : Command {
     }
 
 private:
+    void skip_frames(InputFile& stream, Bytes& frame) const
+    {
+        for (int32_t i = 0; i < skip; ++i)
+            if (!read(stream, frame, i))
+                throw Failure(shown(input),
+                              "has only " + std::to_string(i) + " frames, all of which were skipped");
+    }
+
+    // False behind the last frame that is to be played.
+    bool next(InputFile& stream, Bytes& frame, int64_t number, std::optional<Failure>& truncated) const
+    {
+        try {
+            return (frames == 0 || number < frames) && read(stream, frame, skip + number);
+        } catch (const Failure& failure) {
+            truncated = failure;
+            return false;
+        }
+    }
+
     // False at the end of the stream; a Failure when it ends inside the frame.
     bool read(InputFile& stream, Bytes& frame, int64_t number) const
     {

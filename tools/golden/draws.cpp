@@ -40,32 +40,25 @@ constexpr const char* tests[] = {"<", "<=", "==", ">=", ">", "!="};
 constexpr uint8_t weights[] = {0, 1, 15, 31, 127, 128, 200, 254, 255};
 
 // Two surfaces of random bytes with a few bytes between their rows, and the sum of what has been drawn.
-class Scene {
-public:
+struct Scene {
     static constexpr int32_t width = 88, height = 40;
     static constexpr uint32_t stride = width * 4 + 16;
+    static constexpr size_t size = size_t{stride} * height;
 
-    Scene(uint32_t from, uint32_t to) : source_(size), target_(size)
+    Scene(uint32_t from, uint32_t to) : source(size), target(size)
     {
-        source_.assign(random_bytes(1));
-        vexlor_surface_desc_init(&src, width, height, stride, source_.data(), from);
-        vexlor_surface_desc_init(&dst, width, height, stride, target_.data(), to);
+        source.assign(random_bytes(1));
+        vexlor_surface_desc_init(&src, width, height, stride, source.data(), from);
+        vexlor_surface_desc_init(&dst, width, height, stride, target.data(), to);
     }
     void draw(const std::function<uint32_t()>& call)
     {
-        target_.assign(random_bytes(2));
+        target.assign(random_bytes(2));
         result = call();
         sum.add(result);
         if (result == VEXLOR_OK)
-            target_.add_to(sum);
+            target.add_to(sum);
     }
-
-    vexlor_surface_desc src{}, dst{};
-    uint32_t result = VEXLOR_OK; // of the last call
-    Checksum sum;
-
-private:
-    static constexpr size_t size = size_t{stride} * height;
 
     static const std::vector<uint8_t>& random_bytes(int seed)
     {
@@ -78,7 +71,10 @@ private:
         return seed == 1 ? first : second;
     }
 
-    Memory source_, target_;
+    vexlor_surface_desc src{}, dst{};
+    uint32_t result = VEXLOR_OK; // of the last call
+    Checksum sum;
+    Memory source, target;
 };
 
 using State = std::function<void(vexlor_context&)>;
@@ -128,37 +124,46 @@ template <class Each> void each_pair(Each each)
             each(from, to);
 }
 
-void add_fills(std::vector<Line>& lines)
+void fill_with_weights(vexlor_context& ctx, Scene& scene)
 {
     struct Rect {
         int32_t x, y, w, h;
     };
     constexpr Rect rects[] = {{0, 0, 88, 8}, {16, 9, 64, 8}, {3, 18, 41, 9}, {1, 28, 1, 3}, {2, 32, 2, 3}};
+    for (const uint32_t color : {0x80FF4001u, 0xFFFFFFFFu, 0x00000000u, 0x12345678u})
+        for (const uint8_t weight : weights) {
+            ctx.color = color;
+            ctx.alpha_value = weight;
+            scene.draw([&] {
+                uint32_t result = VEXLOR_OK;
+                for (const auto& [x, y, w, h] : rects)
+                    result = vexlor_fill(&ctx, &scene.dst, x, y, w, h);
+                return result;
+            });
+        }
+}
+
+void add_fill(Group& group, const Format& to, uint32_t alpha_op)
+{
+    const bool rgb = is_rgb32(to.code);
+    const std::string name =
+        std::string(to.name) + (alpha_op == VEXLOR_ALPHA_OP_NONE ? ", written" : ", blended");
+    for (uint32_t dst_op = 0; dst_op < (rgb ? 3u : 1u); ++dst_op)
+        group.add(
+            name + (rgb ? std::string(", ") + dst_ops[dst_op] : ""), 0, to.code,
+            [&](vexlor_context& ctx) {
+                ctx.alpha_op = alpha_op;
+                ctx.alpha_dst_op = dst_op;
+            },
+            fill_with_weights);
+}
+
+void add_fills(std::vector<Line>& lines)
+{
     Group group(lines, "fill");
     for (const Format& to : formats)
         for (const uint32_t alpha_op : {VEXLOR_ALPHA_OP_NONE, VEXLOR_ALPHA_OP_TEST, VEXLOR_ALPHA_OP_BLEND})
-            for (uint32_t dst_op = 0; dst_op < (is_rgb32(to.code) ? 3u : 1u); ++dst_op)
-                group.add(
-                    std::string(to.name) + (alpha_op == VEXLOR_ALPHA_OP_NONE ? ", written" : ", blended") +
-                        (is_rgb32(to.code) ? std::string(", ") + dst_ops[dst_op] : ""),
-                    0, to.code,
-                    [&](vexlor_context& ctx) {
-                        ctx.alpha_op = alpha_op;
-                        ctx.alpha_dst_op = dst_op;
-                    },
-                    [&](vexlor_context& ctx, Scene& scene) {
-                        for (const uint32_t color : {0x80FF4001u, 0xFFFFFFFFu, 0x00000000u, 0x12345678u})
-                            for (const uint8_t weight : weights) {
-                                ctx.color = color;
-                                ctx.alpha_value = weight;
-                                scene.draw([&] {
-                                    uint32_t result = VEXLOR_OK;
-                                    for (const auto& [x, y, w, h] : rects)
-                                        result = vexlor_fill(&ctx, &scene.dst, x, y, w, h);
-                                    return result;
-                                });
-                            }
-                    });
+            add_fill(group, to, alpha_op);
 }
 
 // Rectangles of even width, as YUV asks for; aligned and odd places; short and long rows.
@@ -188,40 +193,48 @@ void copy_with_weights(vexlor_context& ctx, Scene& scene)
     }
 }
 
-void add_copies(std::vector<Line>& lines)
+void add_plain_copies(Group& group, const Format& from, const Format& to)
 {
-    Group group(lines, "copy");
-    each_pair([&](const Format& from, const Format& to) {
-        const bool rgb = is_rgb32(from.code);
-        for (uint32_t dst_op = 0; dst_op < (rgb ? 3u : 1u); dst_op += 2)
+    for (uint32_t dst_op = 0; dst_op < (is_rgb32(from.code) ? 3u : 1u); dst_op += 2)
+        group.add(
+            pair(from, to) + (dst_op != 0 ? ", alpha one" : ""), from.code, to.code,
+            [&](vexlor_context& ctx) { ctx.alpha_dst_op = dst_op; }, copy_once);
+}
+
+void add_tested_copies(Group& group, const Format& from, const Format& to)
+{
+    for (uint32_t test = 0; test < std::size(tests); ++test)
+        group.add(
+            pair(from, to) + ", alpha " + tests[test], from.code, to.code,
+            [&](vexlor_context& ctx) {
+                ctx.alpha_op = VEXLOR_ALPHA_OP_TEST;
+                ctx.alpha_test = test;
+                ctx.alpha_dst_op = VEXLOR_ALPHA_DST_REPLACE;
+            },
+            copy_with_weights);
+}
+
+// Every mode and treatment of the destination's alpha, for 32-bit sources; others have one.
+void add_blends(Group& group, const std::string& name, const Format& from, const Format& to,
+                const State& state, const Draw& draw)
+{
+    const bool rgb = is_rgb32(from.code);
+    for (uint32_t mode = 0; mode < (rgb ? 2u : 1u); ++mode)
+        for (uint32_t dst_op = 0; dst_op < (rgb ? 3u : 1u); ++dst_op)
             group.add(
-                pair(from, to) + (dst_op != 0 ? ", alpha one" : ""), from.code, to.code,
-                [&](vexlor_context& ctx) { ctx.alpha_dst_op = dst_op; }, copy_once);
-        for (uint32_t test = 0; test < std::size(tests); ++test)
-            group.add(
-                pair(from, to) + ", alpha " + tests[test], from.code, to.code,
+                name + (rgb ? std::string(", ") + modes[mode] + ", " + dst_ops[dst_op] : ""), from.code,
+                to.code,
                 [&](vexlor_context& ctx) {
-                    ctx.alpha_op = VEXLOR_ALPHA_OP_TEST;
-                    ctx.alpha_test = test;
-                    ctx.alpha_dst_op = VEXLOR_ALPHA_DST_REPLACE;
+                    state(ctx);
+                    ctx.alpha_op = VEXLOR_ALPHA_OP_BLEND;
+                    ctx.alpha_mode = mode;
+                    ctx.alpha_dst_op = dst_op;
                 },
-                copy_with_weights);
-        for (const uint32_t alpha_src : {VEXLOR_ALPHA_SRC_GLOBAL, VEXLOR_ALPHA_SRC_PIXEL})
-            for (uint32_t mode = 0; mode < (rgb ? 2u : 1u); ++mode)
-                for (uint32_t dst_op = 0; dst_op < (rgb ? 3u : 1u); ++dst_op)
-                    group.add(
-                        pair(from, to) + ", blended by " +
-                            (alpha_src == VEXLOR_ALPHA_SRC_PIXEL ? "pixel" : "weight") +
-                            (rgb ? std::string(", ") + modes[mode] + ", " + dst_ops[dst_op] : ""),
-                        from.code, to.code,
-                        [&](vexlor_context& ctx) {
-                            ctx.alpha_op = VEXLOR_ALPHA_OP_BLEND;
-                            ctx.alpha_src = alpha_src;
-                            ctx.alpha_mode = mode;
-                            ctx.alpha_dst_op = dst_op;
-                        },
-                        alpha_src == VEXLOR_ALPHA_SRC_PIXEL ? copy_once : copy_with_weights);
-    });
+                draw);
+}
+
+void add_moves(Group& group)
+{
     struct Move {
         const char* name;
         int32_t dx, dy;
@@ -237,6 +250,22 @@ void add_copies(std::vector<Line>& lines)
                         return vexlor_copy(&ctx, &scene.dst, &scene.dst, 8, 4, 8 + dx, 4 + dy, 60, 30);
                     });
                 });
+}
+
+void add_copies(std::vector<Line>& lines)
+{
+    Group group(lines, "copy");
+    each_pair([&](const Format& from, const Format& to) {
+        add_plain_copies(group, from, to);
+        add_tested_copies(group, from, to);
+        add_blends(
+            group, pair(from, to) + ", blended by weight", from, to,
+            [](vexlor_context& ctx) { ctx.alpha_src = VEXLOR_ALPHA_SRC_GLOBAL; }, copy_with_weights);
+        add_blends(
+            group, pair(from, to) + ", blended by pixel", from, to,
+            [](vexlor_context& ctx) { ctx.alpha_src = VEXLOR_ALPHA_SRC_PIXEL; }, copy_once);
+    });
+    add_moves(group);
 }
 
 // Both axes kept, enlarged, one enlarged and one reduced, both reduced; on one context, for the row cache remembers.
@@ -256,37 +285,37 @@ uint32_t scale_rectangles(vexlor_context& ctx, const Scene& scene)
     return result;
 }
 
+void scale_once(vexlor_context& ctx, Scene& scene)
+{
+    scene.draw([&] { return scale_rectangles(ctx, scene); });
+}
+
+void add_scale(Group& group, const Format& from, const Format& to, uint32_t filter)
+{
+    const std::string name = std::string(filters[filter]) + ", " + pair(from, to);
+    for (uint32_t dst_op = 0; dst_op < (is_rgb32(to.code) ? 3u : 1u); dst_op += 2)
+        group.add(
+            name + (dst_op != 0 ? ", alpha one" : ""), from.code, to.code,
+            [&](vexlor_context& ctx) {
+                ctx.filter = filter;
+                ctx.alpha_dst_op = dst_op;
+            },
+            scale_once);
+    add_blends(
+        group, name + ", blended", from, to,
+        [&](vexlor_context& ctx) {
+            ctx.filter = filter;
+            ctx.alpha_src = VEXLOR_ALPHA_SRC_PIXEL;
+        },
+        scale_once);
+}
+
 void add_scales(std::vector<Line>& lines)
 {
-    const Draw draw = [](vexlor_context& ctx, Scene& scene) {
-        scene.draw([&] { return scale_rectangles(ctx, scene); });
-    };
     Group group(lines, "scale");
     each_pair([&](const Format& from, const Format& to) {
-        const bool rgb = is_rgb32(from.code);
-        for (uint32_t filter = 0; filter < std::size(filters); ++filter) {
-            const std::string name = std::string(filters[filter]) + ", " + pair(from, to);
-            for (uint32_t dst_op = 0; dst_op < (is_rgb32(to.code) ? 3u : 1u); dst_op += 2)
-                group.add(
-                    name + (dst_op != 0 ? ", alpha one" : ""), from.code, to.code,
-                    [&](vexlor_context& ctx) {
-                        ctx.filter = filter;
-                        ctx.alpha_dst_op = dst_op;
-                    },
-                    draw);
-            for (uint32_t mode = 0; mode < (rgb ? 2u : 1u); ++mode)
-                for (uint32_t dst_op = 0; dst_op < (rgb ? 3u : 1u); ++dst_op)
-                    group.add(
-                        name + ", blended, " + modes[mode] + ", " + dst_ops[dst_op], from.code, to.code,
-                        [&](vexlor_context& ctx) {
-                            ctx.filter = filter;
-                            ctx.alpha_op = VEXLOR_ALPHA_OP_BLEND;
-                            ctx.alpha_src = VEXLOR_ALPHA_SRC_PIXEL;
-                            ctx.alpha_mode = mode;
-                            ctx.alpha_dst_op = dst_op;
-                        },
-                        draw);
-        }
+        for (uint32_t filter = 0; filter < std::size(filters); ++filter)
+            add_scale(group, from, to, filter);
     });
 }
 

@@ -90,8 +90,9 @@ template <class Pixel> void run_filter(vexlor_filter_fn f, const Row& r)
     params.xcentre = params.xhalf + 0x1000;
     params.count = std::min(r.count, (width << 16) / static_cast<uint32_t>(x));
     params.stride = stride;
-    const uint8_t* const start = r.src + row * stride;
-    f(r.src, r.src + rows * stride - sizeof(Pixel), start, start + stride - sizeof(Pixel), &params, r.dst);
+    const uint8_t* const start = r.src + size_t{row} * stride;
+    f(r.src, r.src + size_t{rows} * stride - sizeof(Pixel), start, start + stride - sizeof(Pixel), &params,
+      r.dst);
 }
 
 template <auto* Routine> void plain(const Row& r) { run(Routine, r); }
@@ -210,7 +211,7 @@ void add_routine(std::vector<Line>& lines, const Routine& routine)
         std::memcpy(dst.data(), random.data() + row_size - from, row_size);
         const uint32_t count = i < 80 ? i : numbers.below(most + 1);
         const auto place = [&](Memory& memory) {
-            return memory.data() + guard + numbers.below(64 / routine.unit) * routine.unit;
+            return memory.data() + guard + size_t{numbers.below(64 / routine.unit)} * routine.unit;
         };
         uint8_t* const s = place(src);
         uint8_t* const d = place(dst);
