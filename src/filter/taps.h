@@ -31,9 +31,9 @@ template <class U32> inline U32 at_most(U32 a, i64 most)
     return a < b ? a : b;
 }
 
-template <class Pixel, Reach reach> class PickedTaps;
+template <class Pixel, Reach Most> class PickedTaps;
 
-template <Reach reach> class PickedTaps<Pixel8888, reach> {
+template <Reach Most> class PickedTaps<Pixel8888, Most> {
 public:
     using U32 = Vector<vector_bytes>::U32;
     PickedTaps(const SourceRow<u32>& source, const u32* left) : row(source), indices(left), windows(source) {}
@@ -41,16 +41,16 @@ public:
     {
         const i64 base = row.inside(indices[i]);
         const U32 index = load<U32>(indices + i) - static_cast<u32>(base);
-        if constexpr (reach == Reach::any) {
+        if constexpr (Most == Reach::any) {
             const i64 room = row.last - base;
             return {gather<U32>(row.at(base), at_most(index, room)),
                     gather<U32>(row.at(base), at_most(index + 1, room))};
         }
         const u8* const window = windows(base);
-        if constexpr (reach == Reach::one)
+        if constexpr (Most == Reach::one)
             return {pick(load<U32>(window), index), pick(load<U32>(window + 4), index)};
         const u8* const behind = window + vector_bytes;
-        if constexpr (reach == Reach::exactly_two)
+        if constexpr (Most == Reach::exactly_two)
             return {even_units(load<U32>(window), load<U32>(behind)),
                     odd_units(load<U32>(window), load<U32>(behind))};
         return {pick_of_two(load<U32>(window), load<U32>(behind), index),
@@ -60,11 +60,11 @@ public:
 private:
     const SourceRow<u32>& row;
     const u32* indices;
-    Windows<u32, (reach == Reach::one ? 1 : 2) * lane_count<U32> + 1> windows;
+    Windows<u32, (Most == Reach::one ? 1 : 2) * lane_count<U32> + 1> windows;
 };
 
 // Both taps of a 565 column are one unit of 32 bits, at an even or odd place.
-template <Reach reach> class PickedTaps<Pixel565, reach> {
+template <Reach Most> class PickedTaps<Pixel565, Most> {
 public:
     using U32 = Vector<vector_bytes>::U32;
     using U16 = Vector<vector_bytes>::U16;
@@ -80,7 +80,7 @@ private:
     {
         const i64 base = row.inside(indices[i]);
         const U32 index = load<U32>(indices + i) - static_cast<u32>(base);
-        if constexpr (reach == Reach::any) {
+        if constexpr (Most == Reach::any) {
             U32 v;
             for (u32 k = 0; k < lane_count<U32>; ++k) {
                 const i64 left = indices[i + k];
@@ -90,7 +90,7 @@ private:
             return v;
         }
         const u8* const window = windows(base);
-        if constexpr (reach == Reach::exactly_two)
+        if constexpr (Most == Reach::exactly_two)
             return load<U32>(window);
         return pick_halves(window, index);
     }

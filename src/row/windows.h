@@ -18,18 +18,18 @@ template <class Word> struct SourceRow {
 };
 
 // From any pixel up to the last one.
-template <class Word, u32 length> class Windows {
+template <class Word, u32 Length> class Windows {
 public:
     explicit Windows(const SourceRow<Word>& source)
-        : row(source), from(row.last + 1 > length ? row.last + 1 - length : 0)
+        : row(source), from(row.last + 1 > Length ? row.last + 1 - Length : 0)
     {
         const Word pixel = load<Word>(row.at(row.last));
-        for (u32 i = length; i < 2 * length; ++i)
+        for (u32 i = Length; i < 2 * Length; ++i)
             end[i] = pixel;
-        if (row.last + 1 >= length)
+        if (row.last + 1 >= Length)
             memcpy(end, row.at(from), sizeof end / 2);
         else
-            for (u32 i = 0; i < length; ++i)
+            for (u32 i = 0; i < Length; ++i)
                 end[i] = load<Word>(row.at(row.inside(i)));
     }
     const u8* operator()(i64 at) const
@@ -40,7 +40,7 @@ public:
 private:
     const SourceRow<Word>& row;
     i64 from;
-    Word end[2 * length];
+    Word end[2 * Length];
 };
 
 } // namespace

@@ -14,20 +14,20 @@ namespace {
 
 // Calls put(i, units) for as many whole vectors as find their units in so many windows of a vector, and returns how many
 // units they are.
-template <u32 windows> u32 put_from_windows(const Stepped& source, u32 count, auto put)
+template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count, auto put)
 {
     using Units = Vector<vector_bytes>::U32;
     constexpr u32 units = lane_count<Units>;
     const Units steps = lane_numbers<Units>() * static_cast<u32>(source.step);
     const i64 by = i64{source.step} * units;
-    const i64 room = ((source.length - i64{windows} * units + 1) << 16) - source.x; // for positions
+    const i64 room = ((source.length - i64{WindowCount} * units + 1) << 16) - source.x; // for positions
     const i64 fitting = room <= 0 ? 0 : by == 0 ? count : (room + by - 1) / by;
     const u32 vectors = fitting < count / units ? static_cast<u32>(fitting) : count / units;
     i64 at = source.x;
     for (u32 i = 0; i < vectors; ++i, at += by) {
         const auto* const window = static_cast<const u8*>(source.unit(at >> 16));
         const Units index = (steps + static_cast<u32>(at & 0xFFFF)) >> 16;
-        if constexpr (windows == 1)
+        if constexpr (WindowCount == 1)
             put(i * units, pick(load<Units>(window), index));
         else
             put(i * units, pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index));
