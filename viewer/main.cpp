@@ -55,7 +55,8 @@ bool parse(int argc, char** argv, Arguments& arguments)
     app.set_version_flag("--version", "vexlor-view " VEXLOR_TOOL_VERSION);
     app.footer("Example:\n  ffmpeg -re -i film.mp4 -vf scale=960:540 -pix_fmt uyvy422 -f rawvideo - |\n"
                "      vexlor-view --format U8Y8V8Y8 --size 960x540 -");
-    tool::Options options(app);
+    std::vector<tool::OptionInfo> list; // which a manual page would be made of
+    tool::Options options(&app, list);
     declare(options, arguments);
     try {
         app.parse(argc, argv);
