@@ -49,6 +49,7 @@ TEST(Rows, AreAllInTheTable)
 
 TEST(Kernels, ServeFromTheBestSet)
 {
+    EXPECT_NE(vexlor::kernels_of(vexlor::Set::baseline), nullptr);
     const vexlor::Kernels* const best = all_sets().back();
     EXPECT_EQ(&vexlor::kernels(), best);
     // No entry is left empty, but in 32 bits without vectors.
