@@ -36,7 +36,7 @@ Surface letters(Color color)
         for (int32_t x = 0; x < points.size.width; ++x) {
             const bool ink = font_rows[static_cast<size_t>(y)][static_cast<size_t>(x)] == '#';
             const uint8_t pixel[4] = {color.r, color.g, color.b, static_cast<uint8_t>(ink ? 255 : 0)};
-            std::memcpy(points.row(y) + x * 4, pixel, 4);
+            std::memcpy(points.row(y) + ptrdiff_t{x} * 4, pixel, 4);
         }
     const Surface large = scaled(tool::pack(points, VEXLOR_FMT_B8G8R8A8),
                                  {points.size.width * 4, points.size.height * 4}, VEXLOR_FILTER_NONE);

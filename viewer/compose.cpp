@@ -11,7 +11,7 @@ template <class Pixel> void each_pixel(const tool::Surface& a, const tool::Surfa
 {
     for (int32_t y = 0; y < a.size().height; ++y)
         for (int32_t x = 0; x < a.size().width; ++x)
-            pixel(x, y, a.row(y) + x * 4, b.row(y) + x * 4);
+            pixel(x, y, a.row(y) + ptrdiff_t{x} * 4, b.row(y) + ptrdiff_t{x} * 4);
 }
 
 } // namespace
@@ -19,7 +19,7 @@ template <class Pixel> void each_pixel(const tool::Surface& a, const tool::Surfa
 void difference(const tool::Surface& a, const tool::Surface& b, int32_t amplify, tool::Surface& out)
 {
     each_pixel(a, b, [&out, amplify](int32_t x, int32_t y, const uint8_t* p, const uint8_t* q) {
-        uint8_t* o = out.row(y) + x * 4;
+        uint8_t* o = out.row(y) + ptrdiff_t{x} * 4;
         for (int i = 0; i < 3; ++i)
             o[i] = static_cast<uint8_t>(std::min(std::abs(p[i] - q[i]) * amplify, 255));
         o[3] = 255;

@@ -86,8 +86,8 @@ Zoom zoomed(const Zoom& zoom, int steps, Point at, Size source, Size window)
         factor = 1;
         while (factor <= before && factor < most_zoom)
             factor *= 2;
-    } else if (zoom.factor / 2 > fitted) {
-        factor = zoom.factor / 2;
+    } else if (const int32_t half = zoom.factor / 2; half > fitted) {
+        factor = half;
     }
     if (factor == 0)
         return {};

@@ -3,6 +3,7 @@
 #include "overlay.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace view {
 
@@ -95,7 +96,7 @@ void draw_graph(Canvas& canvas, const Model& model)
         most = std::max({most, t.a, t.b});
     const int32_t floor = box.y + height - foot, room = height - foot - 8;
     const auto draw = [&](int32_t x, double seconds, Ink ink) {
-        const int32_t h = static_cast<int32_t>(seconds / most * room + 0.5);
+        const int32_t h = static_cast<int32_t>(std::lround(seconds / most * room));
         canvas.area({x, floor - h, bar, h}, color_of(ink), 170);
     };
     int32_t x = box.x + width - 12 - bar * static_cast<int32_t>(model.times.size());

@@ -28,7 +28,7 @@ tool::Picture ball(int32_t diameter)
     tool::Picture picture({static_cast<int32_t>(side), static_cast<int32_t>(side)}, true);
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x) {
-            const int64_t dx = x * 16 + 8 - radius - 16, dy = y * 16 + 8 - radius - 16;
+            const int64_t dx = int64_t{x} * 16 + 8 - radius - 16, dy = int64_t{y} * 16 + 8 - radius - 16;
             const int64_t shadow_at = radius / 4;
             const int64_t shadow =
                 disc(dx - shadow_at, dy - shadow_at, radius * 9 / 8, radius * 3 / 4) * 140 / 255;
@@ -41,7 +41,7 @@ tool::Picture ball(int32_t diameter)
             const int64_t glass = 150 + (dx * dx + dy * dy) * 105 / (radius * radius);
             const int64_t alpha = std::min<int64_t>(glass + shine / 2, 255) * solid / 255;
             const bool inside = alpha >= shadow;
-            uint8_t* p = picture.row(y) + x * 4;
+            uint8_t* p = picture.row(y) + ptrdiff_t{x} * 4;
             p[0] = inside ? byte(light + shine / 2) : 0;
             p[1] = inside ? byte(light * 110 / 255 + shine) : 0;
             p[2] = inside ? byte(light * 50 / 255 + shine) : 0;
