@@ -1,38 +1,13 @@
 // Passes of the box and linear filters, for one instruction set. A row of values is a row of pixels.
 #pragma once
 
-#include "filter/mean_linear.h"
-#include "filter/passes.h"
+#include "filter/columns.h"
 #include "filter/taps.h"
 
 #include <string.h>
 
 namespace vexlor {
 namespace {
-
-// What a scale call knows of its columns: the index of each left tap and, for linear ones, the weight of the right tap
-// in every 16-bit lane of a pixel.
-template <class Pixel> struct Columns {
-    u32* left;
-    typename Pixel::Word* weights;
-    Columns(const vexlor_filter_params& p, void* memory)
-        : left(static_cast<u32*>(memory)),
-          weights(reinterpret_cast<typename Pixel::Word*>(left + with_whole_blocks(p.count)))
-    {}
-};
-
-template <class Pixel, class X> void prepare_columns(const vexlor_filter_params& p, void* memory)
-{
-    constexpr u32 every_lane = sizeof(typename Pixel::Word) == 4 ? 0x10001 : 1;
-    const Columns<Pixel> columns(p, memory);
-    i64 position = 0;
-    for (u64 i = 0; i < with_whole_blocks(p.count); ++i, position += p.xstep) {
-        columns.left[i] = static_cast<u32>(X::first_tap(position, p));
-        if constexpr (X::weighs)
-            columns.weights[i] =
-                static_cast<typename Pixel::Word>(fraction_weight(static_cast<u32>(position)) * every_lane);
-    }
-}
 
 #if defined(__SSE2__)
 
@@ -41,11 +16,15 @@ template <class Pixel, class X, u32 Bytes>
 void mix_vectors(const auto& taps, Columns<Pixel> columns, u32 count, typename Pixel::Word* values)
 {
     using Lanes = PixelVector<Pixel, Bytes>;
+    const auto weights = [=](u32 i) {
+        if constexpr (X::weighs)
+            return load<typename Lanes::Pixels>(columns.weights + i);
+        else
+            return i; // of no use to a mean
+    };
     for (u32 i = 0; i < count; i += Lanes::count) {
         const auto [left, right] = taps(i);
-        store(values + i,
-              X::template mix<Lanes>(left, right,
-                                     load<typename Lanes::Pixels>(columns.weights + (X::weighs ? i : 0))));
+        store(values + i, X::template mix<Lanes>(left, right, weights(i)));
     }
 }
 

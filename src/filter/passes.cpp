@@ -1,8 +1,8 @@
 // Which passes make up a filter.
 #include "filter/passes.h"
 
+#include "filter/columns.h"
 #include "filter/gauss_catrom.h"
-#include "filter/mean_linear_kernels.h"
 #include "isa/kernels.h"
 
 using namespace vexlor;

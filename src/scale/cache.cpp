@@ -69,7 +69,7 @@ struct Band {
     u32 stride;
     i32 rows;
     uintptr_t first; // address of the first source row
-    const SourceBound* bound;
+    const CacheUse& use;
 
     uintptr_t end() const { return first + bytes_of(rows, stride); }
 
@@ -80,9 +80,17 @@ struct Band {
             convert(readable(reinterpret_cast<const u8*>(row)), to, count);
     }
 
+    void convert_whole(u8* to, i32 pitch) const
+    {
+        for (i32 i = use.first_read; i < rows && i - use.first_read < use.rows_read; ++i)
+            convert(readable(reinterpret_cast<const u8*>(first + bytes_of(i, stride))), to + i64{i} * pitch,
+                    count);
+    }
+
     // The row itself, or a copy that ends as the converter will.
     const u8* readable(const u8* row) const
     {
+        const SourceBound* const bound = use.bound;
         const uintptr_t read = bytes_of(count / 2, static_cast<u32>(in_unit));
         if (!bound || count < 2 || moved(row, read) <= bound->end)
             return row;
@@ -107,6 +115,8 @@ void move_down(const vexlor_cache& cache, const Band& band)
         ++k;
         kept = i64{k} * pitch <= cache.last_row - cache.buffer;
     }
+    if (!kept && k == band.rows)
+        return band.convert_whole(cache.buffer, pitch);
     u8* to = cache.buffer;
     if (kept)
         for (u8* from = cache.buffer + i64{k} * pitch; from <= cache.last_row; from += pitch, to += pitch)
@@ -146,14 +156,13 @@ bool load_band(vexlor_cache& cache, const Band& band, i64 need, u64 out_unit)
         cache.capacity = rows_held;
         cache.buffer = buffer;
         cache.last_row = buffer + (i64{band.rows} - 1) * need;
-        band.convert_from(band.first, buffer,
-                          static_cast<i32>(need)); // packed, though the pitch may be larger
+        band.convert_whole(buffer, static_cast<i32>(need)); // packed, though the pitch may be larger
         return true;
     }
     if (block_of(cache)->room < room && !enlarge(cache, room))
         return false;
     if (held == 0)
-        band.convert_from(band.first, cache.buffer, cache.pitch);
+        band.convert_whole(cache.buffer, cache.pitch);
     else if (band.first < held)
         for (u8* row = cache.buffer; row <= cache.last_row; row += cache.pitch)
             band.copy(row, row,
@@ -164,6 +173,11 @@ bool load_band(vexlor_cache& cache, const Band& band, i64 need, u64 out_unit)
 }
 
 } // namespace
+
+bool vexlor::is_regular(const vexlor_cache& cache)
+{
+    return cache.last_row - cache.buffer == (i64{cache.capacity} - 1) * cache.pitch;
+}
 
 void vexlor_cache_init(vexlor_cache** out) { *out = static_cast<vexlor_cache*>(calloc(1, sizeof **out)); }
 
@@ -179,21 +193,22 @@ void vexlor_cache_reset(vexlor_cache* cache) { cache->first_source = nullptr; }
 
 i32 vexlor::update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy, i32 in_unit,
                          i32 out_unit, i32 count, u32 stride, i32 rows, u8** first, u8** last,
-                         const SourceBound* bound, bool with_edges)
+                         const CacheUse& use)
 {
     const auto band_first = reinterpret_cast<uintptr_t>(*first);
     const i64 span = i64{static_cast<intptr_t>(reinterpret_cast<uintptr_t>(*last) - band_first)} + in_unit;
     const bool sane = rows >= 1 && in_unit >= 1 && out_unit >= in_unit && span >= 1 && span <= INT32_MAX;
     const i64 out_bytes = sane ? out_unit / in_unit * span : 0;
     const i64 need = (out_bytes + 15) / 16 * 16;
-    const Band band{convert, copy, in_unit, count, stride, rows, band_first, bound};
+    const Band band{convert, copy, in_unit, count, stride, rows, band_first, use};
     if (!sane || need > INT32_MAX || !load_band(cache, band, need, static_cast<u64>(out_unit))) {
         drop_buffer(cache);
         *first = *last = nullptr;
         return 0;
     }
     cache.first_source = *first;
-    if (with_edges)
+    // In a cache that is not regular, the row behind may be one that it holds.
+    if (use.edges || !is_regular(cache))
         repeat_edge_rows(cache, rows);
     *first = cache.buffer;
     *last = cache.buffer + out_bytes - out_unit;
@@ -204,6 +219,5 @@ int32_t vexlor_cache_update(vexlor_cache* cache, vexlor_convert_fn convert, vexl
                             int32_t in_unit, int32_t out_unit, int32_t count, uint32_t stride, int32_t rows,
                             uint8_t** first, uint8_t** last)
 {
-    return update_cache(*cache, convert, copy, in_unit, out_unit, count, stride, rows, first, last, nullptr,
-                        true);
+    return update_cache(*cache, convert, copy, in_unit, out_unit, count, stride, rows, first, last, {});
 }

@@ -44,6 +44,19 @@ void scale_8888(const Scale& s)
     });
 }
 
+// Nobody sees whether the library's own converters are called.
+bool is_own(vexlor_convert_fn convert)
+{
+    constexpr vexlor_convert_fn own[] = {
+        vexlor_1d_Y8V8Y8U8_2_X8R8G8B8, vexlor_1d_Y8V8Y8U8_2_B8G8R8X8,      vexlor_1d_U8Y8V8Y8_2_X8R8G8B8,
+        vexlor_1d_U8Y8V8Y8_2_B8G8R8X8, vexlor_1d_Y8V8Y8U8_2_X8R8G8B8_sse2, vexlor_1d_U8Y8V8Y8_2_X8R8G8B8_sse2,
+    };
+    for (const auto one : own)
+        if (convert == one)
+            return true;
+    return false;
+}
+
 // The converters always get the whole surface's width, so that a row comes out alike wherever its rectangle
 // starts; rows near the end of the surface are converted from memory of our own, behind the filtered row.
 void scale_yuv(const Scale& s, u32 pair)
@@ -61,24 +74,35 @@ void scale_yuv(const Scale& s, u32 pair)
     const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
     const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
     RowFilter row_filter(filter, params, true);
-    // Box and linear filters find no row below the one row of an enlarged band. Of half a pair they read the pixel before.
-    const bool reads_one_row = s.ctx.filter != VEXLOR_FILTER_CATROM && rows_per_row == 0 && s.from.w > 1;
+    // Box and linear filters read two rows of a band, and of an enlarged one the only one. Of half a pair they also read
+    // the pixel before.
+    const bool reads_two_rows = s.ctx.filter != VEXLOR_FILTER_CATROM && s.from.w > 1 && s.to.h <= INT16_MAX;
+    const bool reads_one_row = reads_two_rows && rows_per_row == 0;
+    CacheUse use{.bound = &bound, .edges = !reads_two_rows || rows_per_row == 1 || rows_per_row == 2};
     const bool is_rgb = to_dst == vexlor_1d_passthrough;
     const PlainRows plain(s);
     const u8* held = nullptr; // the source row at the band's begin
     FilterPlace place{};
     bool drawing = true;
+    i32 rows_left = s.to.h;
 
     vexlor_cache_reset(s.ctx.cache);
     for_each_row(s, params, [&](u8* first, u8* dst) {
         // The same band again stays as it is, and so does the row that a filter of one row makes of it.
         const bool same_band = first == held;
+        --rows_left;
         if (drawing && !same_band) {
+            // Bands that fill the cache replace each other. Between its first band and its last one, which stays behind, a
+            // call may leave rows out.
+            const bool partly = held && rows_left != 0 && reads_two_rows && is_own(from_src) &&
+                                s.ctx.cache->capacity == rows_per_row && is_regular(*s.ctx.cache);
+            use.first_read = partly ? params.yhalf_rows : 0;
+            use.rows_read = partly ? 2 : INT32_MAX;
             held = first;
             // The last pair, and before the row when that is half a pair.
             u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
             const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
-                                           s.src.stride, rows, &first, &last, &bound, !reads_one_row);
+                                           s.src.stride, rows, &first, &last, use);
             drawing = pitch != 0;
             params.stride = static_cast<u32>(pitch);
             place = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
