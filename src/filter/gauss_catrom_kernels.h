@@ -53,9 +53,10 @@ void colours_across(TapRow row, const vexlor_filter_params& p, const void* colum
             const u32 end = p.count - begin < block_columns ? p.count : begin + block_columns;
             unpack(i64{column[begin].centre} - 1, (end - begin + 1) / 2 + 3);
             const double* taps = colours;
-            for (u32 i = begin; i < end; i += 2, taps += components) {
-                Colour::at(taps + components).to(out + uintptr_t{i} * components);
-                half_way.mix_across(taps, out + (uintptr_t{i} + 1) * components);
+            double* value = out + uintptr_t{begin} * components;
+            for (u32 i = begin; i < end; i += 2, taps += components, value += 2 * components) {
+                Colour::at(taps + components).to(value);
+                half_way.mix_across(taps, value + components);
             }
         }
         return;

@@ -90,7 +90,7 @@ u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, const Columns<
 #endif
 
 template <class Pixel, class X>
-void mix_across(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
+void mix_across(TapRow row, const vexlor_filter_params& p, [[maybe_unused]] const void* columns, void* values)
 {
     using Word = typename Pixel::Word;
     auto* const out = static_cast<Word*>(values);

@@ -92,9 +92,8 @@ template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, Do
 
 } // namespace
 
-Passes vexlor::passes_of(vexlor_filter_fn filter)
+Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& k)
 {
-    const Kernels& k = kernels();
     // clang-format off
     const FilterPasses all[] = {
         {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(k.mean_across_8888, k.mean_down_8888, k.halve_8888)},

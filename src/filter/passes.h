@@ -50,7 +50,9 @@ struct Passes {
     BothFn both = nullptr; // null for never
 };
 
-// The passes of a filter, for the best instruction set.
-Passes passes_of(vexlor_filter_fn filter);
+struct Kernels;
+
+// The passes of a filter, for one instruction set.
+Passes passes_of(vexlor_filter_fn filter, const Kernels& set);
 
 } // namespace vexlor

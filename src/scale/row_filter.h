@@ -2,7 +2,7 @@
 // serve all destination rows that lie near it; elsewhere, or without memory for that, the filter makes row by row.
 #pragma once
 
-#include "filter/passes.h"
+#include "isa/kernels.h"
 #include "scale/buffer.h"
 
 namespace vexlor {
@@ -11,7 +11,7 @@ namespace {
 class RowFilter {
 public:
     RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, bool rows_stay)
-        : filter(whole), passes(rows_stay ? passes_of(whole) : Passes{}),
+        : filter(whole), passes(rows_stay ? passes_of(whole, kernels()) : Passes{}),
           columns(with_whole_blocks(params.count)),
           memory(passes.taps == 0
                      ? 0

@@ -120,9 +120,9 @@ void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, 
     u32 i = 0;
     if constexpr (vector_bytes != 0)
         i = put_vectors<vector_bytes>(source, pairs, [=](u32 at, auto units) {
-            const auto pixels = PairVector<vector_bytes>::template decode<Yuv, Rgb>(units);
+            const auto pixels = PairVector<sizeof units>::template decode<Yuv, Rgb>(units);
             store(left_pixel_at(dst, static_cast<i32>(at)), pixels.low);
-            store(left_pixel_at(dst, static_cast<i32>(at + vector_bytes / 8)), pixels.high);
+            store(left_pixel_at(dst, static_cast<i32>(at + sizeof units / 8)), pixels.high);
         });
     for (; i < pairs; ++i)
         store_pixels(dst, static_cast<i32>(i), decode<Yuv, Rgb>(source[i]));

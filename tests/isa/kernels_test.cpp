@@ -247,9 +247,10 @@ TEST(Kernels, ServeFromTheBestSet)
         if (const Kernels* const kernels = vexlor::kernels_of(set))
             best = kernels;
     EXPECT_EQ(&vexlor::kernels(), best);
-    // No entry is left empty, but the two in single precision where there are no vectors.
+    // No entry is left empty, but in 32 bits without vectors of doubles.
+    if (sizeof(void*) == 4 && best == vexlor::kernels_of(Set::baseline))
+        return;
     const void* entries[sizeof *best / sizeof(void*)];
     std::memcpy(entries, best, sizeof entries);
-    EXPECT_EQ(std::count(std::begin(entries), std::end(entries), nullptr),
-              best->Y8V8Y8U8_2_X8R8G8B8_single ? 0 : 2);
+    EXPECT_EQ(std::count(std::begin(entries), std::end(entries), nullptr), 0);
 }
