@@ -53,7 +53,7 @@ inline __m512i multiply_add_bytes(__m512i a, __m512i b)
 {
     return _mm512_maddubs_epi16(a, b);
 } // unsigned a, signed b
-inline void stream(void* at, __m512i v) { _mm512_stream_si512(at, v); }
+inline void stream(void* at, __m512i v) { _mm512_stream_si512(static_cast<__m512i*>(at), v); }
 inline __m512i add_neighbours(__m512i a) { return _mm512_madd_epi16(a, _mm512_set1_epi16(1)); }
 inline __m512i add_saturated(__m512i a, __m512i b) { return _mm512_adds_epi16(a, b); }
 inline __m512i subtract_saturated(__m512i a, __m512i b) { return _mm512_subs_epi16(a, b); }
