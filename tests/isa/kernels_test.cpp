@@ -116,7 +116,7 @@ constexpr FilterKernels filter_kernels[] = {
 // Two source rows in exact memory, passed across and down by a set's kernels, against the filter itself.
 void expect_filtered(const Kernels& kernels, const FilterKernels& f, const char* set)
 {
-    const vexlor::Passes passes = vexlor::passes_of(f.filter);
+    const vexlor::Passes passes = vexlor::passes_of(f.filter, kernels);
     Random random(7);
     Arena src, dst;
     alignas(vexlor::column_block) static uint8_t columns[8 * 192], values[2][4 * 192];
