@@ -73,12 +73,12 @@ struct Scaling {
     int32_t sh, dh;
     int needed; // allocations without which nothing is drawn
 };
-// Rows in between: 32-bit rows one, blended ones one; 565 none; a single row beside the surface's edge a strip; YUV one
-// row and the cache.
+// Blended rows need a row in between; a single row beside the surface's edge needs a strip; YUV needs a row and the cache.
+// Rows that filters keep are asked for too, and are not needed.
 constexpr Scaling scalings[] = {
-    {0x60000020, 0x60000020, 1, 0, 4, 4, 1},
+    {0x60000020, 0x60000020, 1, 0, 4, 4, 0},
     {0xE0000020, 0xE0000020, 1, 2, 4, 4, 1},
-    {0x60000020, 0x20000020, 2, 0, 1, 4, 2},
+    {0x60000020, 0x20000020, 2, 0, 1, 4, 1},
     {0xE0000020, 0xE0000020, 2, 2, 1, 4, 2},
     {0x10, 0x10, 2, 0, 1, 4, 1},
     {0x10, 0x10, 1, 0, 4, 4, 0},
