@@ -4,7 +4,7 @@ namespace view {
 
 // Six lines of sixteen characters, from the space on.
 // clang-format off
-const std::array<std::string_view, font_lines * glyph_height> font_rows{
+const std::array<std::string_view, size_t{font_lines} * glyph_height> font_rows{
     "........#....#.#...#.#....#...##..#..##.....#......#...#......................................#.",
     "........#....#.#...#.#...####.##..#.#..#....#.....#.....#.....#.....#.........................#.",
     "........#....#.#..#####.#.#......#..#.#.....#....#.......#..#.#.#...#........................#..",

@@ -10,6 +10,6 @@ namespace view {
 constexpr int32_t glyph_width = 6, glyph_height = 9, font_columns = 16, font_lines = 6;
 constexpr char first_glyph = ' ', last_glyph = '~';
 
-extern const std::array<std::string_view, font_lines * glyph_height> font_rows; // '#' is ink
+extern const std::array<std::string_view, size_t{font_lines} * glyph_height> font_rows; // '#' is ink
 
 } // namespace view

@@ -8,7 +8,6 @@
 namespace view {
 
 using tool::Point;
-using tool::Rect;
 using tool::Size;
 
 namespace {

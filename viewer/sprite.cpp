@@ -24,7 +24,7 @@ uint8_t byte(int64_t value) { return static_cast<uint8_t>(std::clamp<int64_t>(va
 
 tool::Picture ball(int32_t diameter)
 {
-    const int64_t side = diameter + diameter / 4, radius = diameter * 8;
+    const int64_t side = diameter + diameter / 4, radius = int64_t{diameter} * 8;
     tool::Picture picture({static_cast<int32_t>(side), static_cast<int32_t>(side)}, true);
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x) {
