@@ -23,15 +23,27 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
     const i64 room = ((source.length - i64{WindowCount} * units + 1) << 16) - source.x; // for positions
     const i64 fitting = room <= 0 ? 0 : by == 0 ? count : (room + by - 1) / by;
     const u32 vectors = fitting < count / units ? static_cast<u32>(fitting) : count / units;
-    i64 at = source.x;
-    for (u32 i = 0; i < vectors; ++i, at += by) {
-        const auto* const window = static_cast<const u8*>(source.unit(at >> 16));
-        const Units index = (steps + static_cast<u32>(at & 0xFFFF)) >> 16;
+    const auto index_at = [&](i64 at) { return (steps + static_cast<u32>(at & 0xFFFF)) >> 16; };
+    const auto walk = [&](auto units_in) {
+        i64 at = source.x;
+        for (u32 i = 0; i < vectors; ++i, at += by)
+            put(i * units, units_in(static_cast<const u8*>(source.unit(at >> 16)), at));
+    };
+    const auto picked = [](const u8* window, Units index) {
         if constexpr (WindowCount == 1)
-            put(i * units, pick(load<Units>(window), index));
+            return pick(load<Units>(window), index);
         else
-            put(i * units, pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index));
-    }
+            return pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index);
+    };
+    // Halves start at the row's second unit, and read from its first one on: rows are better aligned there.
+    if (source.step == 0x20000 && source.x >= 0x10000)
+        walk([](const u8* window, i64) {
+            return odd_units(load<Units>(window - 4), load<Units>(window - 4 + vector_bytes));
+        });
+    else if (by % 0x10000 == 0) // all windows are picked from alike
+        walk([=, index = index_at(source.x)](const u8* window, i64) { return picked(window, index); });
+    else
+        walk([=](const u8* window, i64 at) { return picked(window, index_at(at)); });
     return vectors * units;
 }
 
