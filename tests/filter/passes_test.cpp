@@ -41,7 +41,8 @@ vexlor_filter_params params_of(Length x, Length y, uint32_t stride)
 class PassedRows {
 public:
     PassedRows(const Passes& p, const vexlor_filter_params& params)
-        : passes(p), columns(vexlor::with_whole_blocks(params.count)), prepared(columns * p.column_bytes + 1)
+        : passes(p), columns(static_cast<size_t>(vexlor::with_whole_blocks(params.count))),
+          prepared(columns * p.column_bytes + 1)
     {
         for (auto& row : values)
             row.resize(columns * passes.value_bytes);
