@@ -8,7 +8,7 @@
 namespace vexlor {
 
 // Bytes from which on a picture pays by going past the caches.
-constexpr u64 larger_than_caches = 4 << 20;
+constexpr u64 larger_than_caches = 16 << 20;
 
 struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
