@@ -168,13 +168,20 @@ template <class Mix> inline void over(auto source, u32* dst, u32 count, PixelAlp
         over_pixels<Mix>(source, dst, count, weight, alpha);
 }
 
+// Calls blended(weight) with the kind of weight that g is.
+inline void with_weight(u32 g, auto blended)
+{
+    if (g - 1 < 255) // 1 to 255
+        blended(ConstantByte{{g}});
+    else
+        blended(Constant{g});
+}
+
 // One factor for the row. Beyond 256 its products need the whole word.
 template <class Mix> inline void over(auto source, u32* dst, u32 count, Constant weight, auto alpha)
 {
-    if (weight.f - 1 < 255) // 1 to 255
-        over_vectors<Mix>(source, dst, count, ConstantByte{weight}, alpha);
-    else if (weight.f <= 256)
-        over_vectors<Mix>(source, dst, count, weight, alpha);
+    if (weight.f <= 256)
+        with_weight(weight.f, [=](auto kind) { over_vectors<Mix>(source, dst, count, kind, alpha); });
     else
         over_pixels<Mix>(source, dst, count, weight, alpha);
 }

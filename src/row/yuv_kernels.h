@@ -65,15 +65,6 @@ template <class Pixels> inline Twice<Pixels> blend_pixels(Twice<Pixels> s, Twice
 }
 #endif
 
-// Calls blended(weight) with the kind of weight that g is.
-inline void with_weight(u32 g, auto blended)
-{
-    if (g - 1 < 255)
-        blended(ConstantByte{{g}});
-    else
-        blended(Constant{g});
-}
-
 template <class Yuv, class Rgb> void yuv_over_rgb(const void* src, void* dst, i32 count, auto g)
 {
     for_pairs(

@@ -28,17 +28,13 @@ void repeat_row(const Scale& s, u8* dst, u32 bytes)
     const u32 rest = copied % 4;
     const u32 words = copied - rest;
     const u8* const above = moved(dst, bytes_of(-1, s.dst.stride));
-    // The library's own copies go forwards, in units of up to 64 bytes: where they run on into the rows behind, stride by
-    // stride leaves the same.
-    const auto copy = s.ctx.memcpy_stream;
+    // The row above was written a moment ago: stores past the cache would only wait. Both copies go forwards; where they run
+    // on into the rows behind, they leave the same bytes as long as the stride is no shorter than a block.
+    constexpr u32 longest_block = 64;
     const u32 stride = s.dst.stride;
-    if ((copy == vexlor_memcpy_x86 || copy == vexlor_memcpy_stream_sse) &&
-        (stride >= 64 || copied <= stride)) {
-        for (u64 at = 0; at < copied; at += stride)
-            memcpy(dst + at, above + at, copied - at < stride ? static_cast<size_t>(copied - at) : stride);
-        return;
-    }
-    copy(dst, above, words);
+    const bool streams =
+        s.ctx.memcpy_stream == vexlor_memcpy_stream_sse && (stride >= longest_block || words <= stride);
+    (streams ? vexlor_memcpy_x86 : s.ctx.memcpy_stream)(dst, above, words);
     memmove(dst + words, above + words, rest);
 }
 

@@ -69,7 +69,7 @@ void print_bash(const std::vector<Description>& commands)
                 "complete -o default -F _vexlor vexlor\n");
 }
 
-// Text inside single quotes and an _arguments specification.
+// Text inside single quotes, as _arguments takes it.
 std::string zsh_text(const std::string& text)
 {
     std::string result;
