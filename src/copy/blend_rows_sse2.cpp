@@ -10,32 +10,20 @@ using namespace vexlor;
 
 namespace {
 
-struct PixelAlphas : PixelAlpha {
-    using PixelAlpha::operator();
-    Octet operator()(Octet s) const { return pixel_factors(s, shift); }
-};
-struct Constants : Constant {
-    using Constant::operator();
-    Octet operator()(Octet) const { return octet(f); }
-};
-
-// Single pixels up to a 16-byte boundary of the destination, which rows off by less than a pixel never reach;
-// then four at a time; then the rest.
-void over_aligned(const u32* src, u32* dst, u32 count, auto weight)
+// Single pixels up to a 16-byte boundary of the destination, which rows off by less than a pixel never reach; then four at
+// a time; then the rest. Single pixels are the portable row's.
+void over_aligned(const u32* src, u32* dst, u32 count, auto weight, auto portable)
 {
-    const auto one = [&](u32 i) {
-        const u32 s = load<u32>(src + i);
-        store(dst + i, blend<Premultiplied>(s, load<u32>(dst + i), weight(s)));
-    };
-    u32 i = 0;
-    for (; i < count && reinterpret_cast<uintptr_t>(dst + i) % 16 != 0; ++i)
-        one(i);
-    for (; count - i >= 4; i += 4) {
+    const auto behind = reinterpret_cast<uintptr_t>(dst) % 16; // a boundary
+    const auto to_boundary = static_cast<u32>((16 - behind) / 4 % 4);
+    const u32 head = behind % 4 != 0 || to_boundary > count ? count : to_boundary;
+    const u32 body = (count - head) & ~3u;
+    portable(src, dst, head);
+    for (u32 i = head; i < head + body; i += 4) {
         const Octet s = load_pixels(src + i);
         store_aligned(dst + i, blend<Premultiplied>(s, load_aligned(dst + i), weight(s)));
     }
-    for (; i < count; ++i)
-        one(i);
+    portable(src + head + body, dst + head + body, count - head - body);
 }
 
 } // namespace
@@ -50,7 +38,9 @@ void vexlor_1d_copy_blend_over_src_8888_sse2(const uint32_t* src, uint32_t* dst,
 void vexlor_1d_copy_blend_over_src_pre_8888_sse2(const uint32_t* src, uint32_t* dst, uint32_t count,
                                                  uint32_t shift)
 {
-    over_aligned(src, dst, count, PixelAlphas{{shift_count(shift)}});
+    over_aligned(
+        src, dst, count, [=](Octet s) { return pixel_factors(s, shift_count(shift)); },
+        [=](const u32* s, u32* d, u32 n) { kernels().copy_blend_over_src_pre_8888(s, d, n, shift); });
 }
 
 void vexlor_1d_copy_blend_over_gbl_8888_sse2(const uint32_t* src, uint32_t* dst, uint32_t count, uint32_t g,
@@ -61,7 +51,9 @@ void vexlor_1d_copy_blend_over_gbl_8888_sse2(const uint32_t* src, uint32_t* dst,
 }
 
 void vexlor_1d_copy_blend_over_gbl_pre_8888_sse2(const uint32_t* src, uint32_t* dst, uint32_t count,
-                                                 uint32_t g, uint32_t)
+                                                 uint32_t g, uint32_t shift)
 {
-    over_aligned(src, dst, count, Constants{{g}});
+    over_aligned(
+        src, dst, count, [=](Octet) { return octet(g); },
+        [=](const u32* s, u32* d, u32 n) { kernels().copy_blend_over_gbl_pre_8888(s, d, n, g, shift); });
 }

@@ -28,22 +28,14 @@ public:
     using Bits = Native<vector_bytes>::Type;
     static constexpr u32 pixels = vector_bytes / 4; // that a vector makes
 
-    Halving(const TapRow* rows, i64 first)
-        : source{source_of(rows[0]), source_of(rows[1])}, upper(source[0]), lower(source[1]), column(first)
-    {}
-    Bits operator()(u32 i) const
+    // From two windows of twice as many pixels, one above the other.
+    static Bits mean(const u8* above, const u8* below)
     {
-        const i64 at = source[0].inside(column + i64{i} * 2);
-        const u8 *const above = upper(at), *const below = lower(at);
-        return after_pack(
-            pack_unsigned(mean(above, below), mean(above + vector_bytes, below + vector_bytes)));
+        return after_pack(pack_unsigned(mean_of_half(above, below),
+                                        mean_of_half(above + vector_bytes, below + vector_bytes)));
     }
 
 private:
-    static SourceRow<u32> source_of(TapRow row)
-    {
-        return {reinterpret_cast<const u8*>(row.start), static_cast<i64>((row.end - row.start) / 4)};
-    }
     // 127/256 of channels in 16 bits each.
     static Bits lessened(Bits sums) { return multiply_high(sums, bits(127 << 8)); }
     static Bits bits(u32 word)
@@ -55,14 +47,10 @@ private:
         const __m128i neighbours = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
         return lessened(multiply_add_bytes(shuffle_bytes(load<Bits>(at), neighbours), bits(0x0101)));
     }
-    static Bits mean(const u8* above, const u8* below)
+    static Bits mean_of_half(const u8* above, const u8* below)
     {
         return lessened(add_words(across(above), across(below)));
     }
-
-    SourceRow<u32> source[2];
-    Windows<u32, 2 * pixels> upper, lower;
-    i64 column;
 };
 
 #endif
@@ -72,14 +60,23 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
 {
 #if defined(__AVX2__)
     constexpr u32 pixels = Halving::pixels;
-    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels)
-        return false;
-    const Halving halving(rows, Mean::first_tap(0, p));
-    auto* const to = static_cast<u32*>(out);
+    const auto row_of = [](TapRow row) {
+        return SourceRow<u32>{reinterpret_cast<const u8*>(row.start),
+                              static_cast<i64>((row.end - row.start) / 4)};
+    };
+    const SourceRow<u32> upper = row_of(rows[0]), lower = row_of(rows[1]);
+    const i64 first = Mean::first_tap(0, p);
+    // All vectors but the last one, which makes pixels anew, find their taps inside the row.
     const u32 last = p.count - pixels;
-    for (u32 i = 0; i < last; i += pixels)
-        store(to + i, halving(i));
-    store(to + last, halving(last));
+    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels || first + i64{last} * 2 > upper.last)
+        return false;
+    const Windows<u32, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
+    auto* const to = static_cast<u32*>(out);
+    const u8 *above = upper.at(first), *below = lower.at(first);
+    for (u32 i = 0; i < last; i += pixels, above += 2 * vector_bytes, below += 2 * vector_bytes)
+        store(to + i, Halving::mean(above, below));
+    const i64 end = first + i64{last} * 2;
+    store(to + last, Halving::mean(upper_end(end), lower_end(end)));
     return true;
 #else
     return false;

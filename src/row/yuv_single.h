@@ -79,12 +79,15 @@ template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>
 template <class Yuv> void decode_row_single(const void* src, void* dst, i32 count)
 {
     const i32 pairs = whole_pairs(count);
-    const auto one = [=](i32 i) { store_pixels(dst, i, decode<Yuv, X8R8G8B8>(load<u32>(pair_at(src, i)))); };
+    const auto integers = [=](i32 i, i32 many) {
+        decode_row<Yuv, X8R8G8B8>(pair_at(src, i), left_pixel_at(dst, i), 2 * many);
+    };
     i32 i = 0;
-    for (; i < pairs && reinterpret_cast<uintptr_t>(left_pixel_at(dst, i)) % 16 != 0; ++i)
-        one(i);
-    if (i >= pairs)
-        return;
+    while (i < pairs && i < 2 && reinterpret_cast<uintptr_t>(left_pixel_at(dst, i)) % 16 != 0)
+        ++i;
+    if (i == 2 || i >= pairs)
+        return integers(0, pairs);
+    integers(0, i);
     const i32 in_vectors = (pairs - i) & ~1;
     const void* const from = pair_at(src, i);
     void* const to = left_pixel_at(dst, i);
@@ -93,8 +96,7 @@ template <class Yuv> void decode_row_single(const void* src, void* dst, i32 coun
         [=](auto vector, i32 k) { return decode_single<Yuv, vector.bytes>(vector.load(pair_at(from, k))); },
         [=](auto vector, i32 k, auto pixels) { vector.store_twice(left_pixel_at(to, k), pixels); },
         [](i32) {});
-    if (i + in_vectors < pairs)
-        one(pairs - 1);
+    integers(i + in_vectors, pairs - i - in_vectors);
 }
 
 #else

@@ -5,7 +5,7 @@
 #include "row/stepped.h"
 #include "row/unzip.h"
 #include "row/windows.h"
-#include "row/yuv_lanes.h"
+#include "row/yuv_kernels.h"
 
 namespace vexlor {
 namespace {
@@ -124,20 +124,64 @@ inline void scale_opaque_nofilt_565(const void* src, void* dst, u32, u32 count, 
         store(pixels + i, load<u16>(moved(src, bytes_of(at >> 16, 2))));
 }
 
+// Returns the pairs that it made. A picture that is enlarged 2, 4, ... times has each of its pairs decoded once, into a
+// block of pixels that the copies are picked from, alike for every vector.
+template <class Yuv, class Rgb>
+u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* dst,
+                [[maybe_unused]] u32 pairs)
+{
+#if defined(__AVX2__)
+    using Pixels = Vector<vector_bytes>::U32;
+    constexpr u32 made = lane_count<Pixels> / 2; // pairs of a vector
+    constexpr u32 block = 256;                   // source pairs
+    const u32 by = static_cast<u32>(source.step) * made >> 16;
+    if (source.step <= 0 || source.step > 0x8000 || (i64{source.step} * made & 0xFFFF) != 0)
+        return 0;
+    alignas(vector_bytes) u32 pixels[2 * (block + made)];
+    const Pixels lane = lane_numbers<Pixels>();
+    const Pixels steps = (lane >> 1) * static_cast<u32>(source.step) + static_cast<u32>(source.x & 0xFFFF);
+    const Pixels index = (steps >> 16) * 2 + (lane & 1);
+    const u32 all = pairs - pairs % made;
+    for (u32 i = 0; i < all;) {
+        const i64 first = (source.x >> 16) + i64{i / made} * by;
+        const u32 vectors = (all - i) / made < block / by ? (all - i) / made : block / by;
+        const i64 rest = source.length - first;
+        const auto decoded = static_cast<i32>(rest < block ? rest : block);
+        decode_row<Yuv, Rgb>(source.unit(first), pixels, 2 * decoded);
+        for (u32 k = 0; k < vectors; ++k, i += made)
+            store(left_pixel_at(dst, static_cast<i32>(i)), pick(load<Pixels>(pixels + 2 * k * by), index));
+    }
+    return all;
+#else
+    return 0;
+#endif
+}
+
 template <class Yuv, class Rgb>
 void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
     const u32 pairs = count / 2;
     const Stepped source(src, x, step, pairs);
-    u32 i = 0;
-    if constexpr (vector_bytes != 0)
-        i = put_vectors<vector_bytes>(source, pairs, [=](u32 at, auto units) {
-            const auto pixels = PairVector<sizeof units>::template decode<Yuv, Rgb>(units);
-            store(left_pixel_at(dst, static_cast<i32>(at)), pixels.low);
-            store(left_pixel_at(dst, static_cast<i32>(at + sizeof units / 8)), pixels.high);
-        });
-    for (; i < pairs; ++i)
+#if defined(__SSE2__)
+    constexpr Whole<vector_bytes> whole_vector;
+    constexpr u32 made = vector_bytes / 4;
+    const auto put = [=](auto vector, u32 at, auto units) {
+        const auto pixels = PairsOf<decltype(vector)>::template decode<Yuv, Rgb>(units);
+        vector.store_twice(left_pixel_at(dst, static_cast<i32>(at)), pixels);
+    };
+    if (pairs < made)
+        return cover<4>(
+            pairs, [=](auto vector, u32 at) { return vector.units(source, at); }, put);
+    u32 i = enlarge_yuv<Yuv, Rgb>(source, dst, pairs);
+    if (i == 0)
+        i = put_vectors<vector_bytes>(source, pairs,
+                                      [=](u32 at, auto units) { put(whole_vector, at, units); });
+    if (i < pairs) // the last vector ends at the row's end, and makes pixels anew
+        put(whole_vector, pairs - made, whole_vector.units(source, pairs - made));
+#else
+    for (u32 i = 0; i < pairs; ++i)
         store_pixels(dst, static_cast<i32>(i), decode<Yuv, Rgb>(source[i]));
+#endif
 }
 
 // Both alpha shifts are that of the destination's format.
