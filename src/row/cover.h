@@ -35,8 +35,9 @@ template <u32 Bytes, class V> inline V load_part(const void* at)
 {
     if constexpr (Bytes == 16)
         return load<V>(at);
-    else if constexpr (Bytes == 14)
-        return reinterpret_cast<V>(_mm_insert_epi16(load_part<12, __m128i>(at), load<u16>(moved(at, 12)), 6));
+    else if constexpr (Bytes % 4 == 2 && Bytes > 2)
+        return reinterpret_cast<V>(_mm_insert_epi16(load_part<Bytes - 2, __m128i>(at),
+                                                    load<u16>(moved(at, Bytes - 2)), Bytes / 2 - 1));
     else if constexpr (Bytes == 12)
         return reinterpret_cast<V>(
             _mm_unpacklo_epi64(load_part<8, __m128i>(at), load_part<4, __m128i>(moved(at, 8))));
@@ -52,9 +53,9 @@ template <u32 Bytes, class V> inline void store_part(void* at, V v)
     const auto bits = reinterpret_cast<__m128i>(v);
     if constexpr (Bytes == 16) {
         store(at, v);
-    } else if constexpr (Bytes == 14) {
-        store_part<12>(at, v);
-        store(moved(at, 12), static_cast<u16>(_mm_extract_epi16(bits, 6)));
+    } else if constexpr (Bytes % 4 == 2 && Bytes > 2) {
+        store_part<Bytes - 2>(at, v);
+        store(moved(at, Bytes - 2), static_cast<u16>(_mm_extract_epi16(bits, Bytes / 2 - 1)));
     } else if constexpr (Bytes == 12) {
         store_part<8>(at, v);
         store_part<4>(moved(at, 8), _mm_unpackhi_epi64(bits, bits));
@@ -67,7 +68,7 @@ template <u32 Bytes, class V> inline void store_part(void* at, V v)
     }
 }
 
-// Part of the smallest vector: its first 14, 12, 8, 4 or 2 bytes.
+// Part of the smallest vector: its first 4, 8 or 12 bytes, or any odd number of its 16-bit units.
 template <u32 Bytes> struct Part {
     static constexpr u32 span = Bytes;
     static constexpr u32 bytes = 16;
@@ -119,17 +120,18 @@ template <u32 Unit> inline void cover(u32 count, auto make, auto put)
     if (count >= 16 / Unit)
         return cover_by<Whole<16>, Unit>(count, make, put);
     if constexpr (Unit == 2)
-        if (count == 7)
-            return cover_by<Part<14>, Unit>(count, make, put);
+        switch (count) {
+        case 7: return cover_by<Part<14>, Unit>(count, make, put);
+        case 5: return cover_by<Part<10>, Unit>(count, make, put);
+        case 3: return cover_by<Part<6>, Unit>(count, make, put);
+        case 1: return cover_by<Part<2>, Unit>(count, make, put);
+        }
     if (count >= 12 / Unit)
         return cover_by<Part<12>, Unit>(count, make, put);
     if (count >= 8 / Unit)
         return cover_by<Part<8>, Unit>(count, make, put);
     if (count >= 4 / Unit)
         return cover_by<Part<4>, Unit>(count, make, put);
-    if constexpr (Unit == 2)
-        if (count == 1)
-            return cover_by<Part<2>, Unit>(count, make, put);
 }
 
 #endif
