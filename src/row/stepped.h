@@ -6,40 +6,62 @@
 namespace vexlor {
 namespace {
 
+// A place along a row: the unit, and how many 65,536ths of one behind it. Steps go forward; 32-bit processors are spared
+// the products of 64 bits.
+struct Position {
+    i64 unit;
+    u32 fraction;
+
+    explicit Position(i64 fixed) : unit(fixed >> 16), fraction(static_cast<u32>(fixed & 0xFFFF)) {}
+    void advance(u32 by)
+    {
+        fraction += by;
+        unit += fraction >> 16;
+        fraction &= 0xFFFF;
+    }
+    // The units of a vector's lanes, counted from this one.
+    template <class Units> Units lanes(u32 step) const
+    {
+        return (lane_numbers<Units>() * step + fraction) >> 16;
+    }
+};
+
 struct Stepped {
     const void* row;
     i64 x;
     i32 step;
     i64 length; // units up to the last one that is read
 
-    Stepped(const void* from, i32 start, i32 by, u32 count)
+    Stepped(const void* from, i64 start, i32 by, u32 count)
         : row(from), x(start), step(by), length(count == 0 ? 0 : ((x + i64{count - 1} * step) >> 16) + 1)
     {}
 
-    const void* unit(i64 index) const { return moved(row, bytes_of(index, 4)); }
-    u32 operator[](u32 i) const { return load<u32>(unit((x + i64{i} * step) >> 16)); }
+    const u8* at(i64 index) const { return static_cast<const u8*>(moved(row, bytes_of(index, 4))); }
+    u32 operator[](u32 i) const { return load<u32>(at((x + i64{i} * step) >> 16)); }
+    Stepped from(u32 i, u32 count) const { return {row, x + i64{i} * step, step, count}; }
 
-    template <class Pixels> Pixels pixels(u32 i) const
+    // A vector of units from the i-th one on, and one whose first bytes alone are units.
+    template <class Units> Units pixels(u32 i) const
     {
-        constexpr u32 lanes_wide = lane_count<Pixels>;
-        if constexpr (can_permute<Pixels>) {
+        if constexpr (can_permute<Units>) {
             // Whole windows are read where they lie between units that are read anyway.
-            const i64 at = x + i64{i} * step;
-            const i64 first = at >> 16;
+            constexpr u32 count = lane_count<Units>;
             const auto by = static_cast<u32>(step);
-            const Pixels index = (static_cast<u32>(at & 0xFFFF) + lane_numbers<Pixels>() * by) >> 16;
-            if (by <= 0x10000 && first + lanes_wide <= length)
-                return pick(load<Pixels>(unit(first)), index);
-            if (by <= 0x20000 && first + i64{2} * lanes_wide <= length)
-                return pick_of_two(load<Pixels>(unit(first)), load<Pixels>(unit(first + lanes_wide)), index);
+            const Position place(x + static_cast<i64>(u64{i} * by)); // of no use when steps go backward
+            const i64 first = place.unit;
+            const Units index = place.lanes<Units>(by);
+            if (by <= 0x10000 && first + count <= length)
+                return pick(load<Units>(at(first)), index);
+            if (by <= 0x20000 && first + i64{2} * count <= length)
+                return pick_of_two(load<Units>(at(first)), load<Units>(at(first + count)), index);
             if (by < 0x8000000) // no lane's position wraps
-                return gather(unit(first), index);
+                return gather(at(first), index);
         }
-        return part<sizeof(Pixels), Pixels>(i);
+        return part<sizeof(Units), Units>(i);
     }
-    template <u32 Bytes, class Pixels> Pixels part(u32 i) const
+    template <u32 Bytes, class Units> Units part(u32 i) const
     {
-        Pixels v = {};
+        Units v = {};
         for (u32 k = 0; k < Bytes / 4; ++k)
             v[k] = (*this)[i + k];
         return v;

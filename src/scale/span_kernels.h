@@ -18,32 +18,36 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
 {
     using Units = Vector<vector_bytes>::U32;
     constexpr u32 units = lane_count<Units>;
-    const Units steps = lane_numbers<Units>() * static_cast<u32>(source.step);
-    const i64 by = i64{source.step} * units;
+    const auto step = static_cast<u32>(source.step);
+    const u32 by = step * units;
     const i64 room = ((source.length - i64{WindowCount} * units + 1) << 16) - source.x; // for positions
     const i64 fitting = room <= 0 ? 0 : by == 0 ? count : (room + by - 1) / by;
     const u32 vectors = fitting < count / units ? static_cast<u32>(fitting) : count / units;
-    const auto index_at = [&](i64 at) { return (steps + static_cast<u32>(at & 0xFFFF)) >> 16; };
-    const auto walk = [&](auto units_in) {
-        i64 at = source.x;
-        for (u32 i = 0; i < vectors; ++i, at += by)
-            put(i * units, units_in(static_cast<const u8*>(source.unit(at >> 16)), at));
-    };
     const auto picked = [](const u8* window, Units index) {
         if constexpr (WindowCount == 1)
             return pick(load<Units>(window), index);
         else
             return pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index);
     };
+    Position at(source.x);
+    if (by % 0x10000 != 0) {
+        for (u32 i = 0; i < vectors; ++i, at.advance(by))
+            put(i * units, picked(source.at(at.unit), at.lanes<Units>(step)));
+        return vectors * units;
+    }
+    // All windows are picked from alike.
+    const auto walk = [&](const u8* window, auto units_in) {
+        for (u32 i = 0; i < vectors; ++i, window += by / 0x10000 * 4)
+            put(i * units, units_in(window));
+    };
     // Halves start at the row's second unit, and read from its first one on: rows are better aligned there.
-    if (source.step == 0x20000 && source.x >= 0x10000)
-        walk([](const u8* window, i64) {
-            return odd_units(load<Units>(window - 4), load<Units>(window - 4 + vector_bytes));
+    if (step == 0x20000 && source.x >= 0x10000)
+        walk(source.at(at.unit - 1), [](const u8* window) {
+            return odd_units(load<Units>(window), load<Units>(window + vector_bytes));
         });
-    else if (by % 0x10000 == 0) // all windows are picked from alike
-        walk([=, index = index_at(source.x)](const u8* window, i64) { return picked(window, index); });
     else
-        walk([=](const u8* window, i64 at) { return picked(window, index_at(at)); });
+        walk(source.at(at.unit),
+             [=, index = at.lanes<Units>(step)](const u8* window) { return picked(window, index); });
     return vectors * units;
 }
 
@@ -97,19 +101,24 @@ inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] 
     constexpr u32 units = lane_count<Units>, pixels = 2 * units;
     if (step < 0 || step > 0x20000 || count < pixels)
         return 0;
-    const i64 first = x >> 16, fraction = x & 0xFFFF;
-    const SourceRow<u16> row{static_cast<const u8*>(moved(src, bytes_of(first, 2))),
-                             (fraction + i64{count - 1} * step) >> 16};
-    const Windows<u16, pixels + 1> windows(row);
-    const Units steps = lane_numbers<Units>() * static_cast<u32>(step);
-    const auto half = [&](u32 i) {
-        const i64 at = fraction + i64{i} * step;
-        return pick_halves(windows(at >> 16), (steps + static_cast<u32>(at & 0xFFFF)) >> 16);
+    const auto by = static_cast<u32>(step);
+    const Position start(x);
+    const auto place = [=](u32 i) {
+        return Position(static_cast<i64>(start.fraction) + static_cast<i64>(u64{i} * by));
     };
-    const auto make = [&](u32 i) { store(dst + i, low_halves(half(i), half(i + units))); };
-    for (u32 i = 0; i < count - pixels; i += pixels)
-        make(i);
-    make(count - pixels);
+    const SourceRow<u16> row{static_cast<const u8*>(moved(src, bytes_of(start.unit, 2))),
+                             place(count - 1).unit};
+    const Windows<u16, pixels + 1> windows(row);
+    const auto make = [&](u32 i, Position at) {
+        const auto half = [&] { return pick_halves(windows(at.unit), at.lanes<Units>(by)); };
+        const Units first = half();
+        at.advance(by * units);
+        store(dst + i, low_halves(first, half()));
+    };
+    Position at = place(0);
+    for (u32 i = 0; i < count - pixels; i += pixels, at.advance(by * pixels))
+        make(i, at);
+    make(count - pixels, place(count - pixels));
     return count;
 #else
     return 0;
@@ -147,7 +156,7 @@ u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* d
         const u32 vectors = (all - i) / made < block / by ? (all - i) / made : block / by;
         const i64 rest = source.length - first;
         const auto decoded = static_cast<i32>(rest < block ? rest : block);
-        decode_row<Yuv, Rgb>(source.unit(first), pixels, 2 * decoded);
+        decode_row<Yuv, Rgb>(source.at(first), pixels, 2 * decoded);
         for (u32 k = 0; k < vectors; ++k, i += made)
             store(left_pixel_at(dst, static_cast<i32>(i)), pick(load<Pixels>(pixels + 2 * k * by), index));
     }
@@ -162,26 +171,13 @@ void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, 
 {
     const u32 pairs = count / 2;
     const Stepped source(src, x, step, pairs);
-#if defined(__SSE2__)
-    constexpr Whole<vector_bytes> whole_vector;
-    constexpr u32 made = vector_bytes / 4;
-    const auto put = [=](auto vector, u32 at, auto units) {
-        const auto pixels = PairsOf<decltype(vector)>::template decode<Yuv, Rgb>(units);
-        vector.store_twice(left_pixel_at(dst, static_cast<i32>(at)), pixels);
-    };
-    if (pairs < made)
-        return cover<4>(
-            pairs, [=](auto vector, u32 at) { return vector.units(source, at); }, put);
-    u32 i = enlarge_yuv<Yuv, Rgb>(source, dst, pairs);
-    if (i == 0)
-        i = put_vectors<vector_bytes>(source, pairs,
-                                      [=](u32 at, auto units) { put(whole_vector, at, units); });
-    if (i < pairs) // the last vector ends at the row's end, and makes pixels anew
-        put(whole_vector, pairs - made, whole_vector.units(source, pairs - made));
-#else
-    for (u32 i = 0; i < pairs; ++i)
-        store_pixels(dst, static_cast<i32>(i), decode<Yuv, Rgb>(source[i]));
-#endif
+    constexpr u32 block = 256;
+    u32 picked[block];
+    for (u32 i = enlarge_yuv<Yuv, Rgb>(source, dst, pairs); i < pairs; i += block) {
+        const u32 number = pairs - i < block ? pairs - i : block;
+        write_units(source.from(i, number), picked, number, [](auto pair) { return pair; });
+        decode_row<Yuv, Rgb>(picked, left_pixel_at(dst, static_cast<i32>(i)), static_cast<i32>(2 * number));
+    }
 }
 
 // Both alpha shifts are that of the destination's format.
