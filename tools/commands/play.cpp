@@ -61,13 +61,8 @@ struct PlayCommand : Command {
         const Size from = *frame_size, to = size.value_or(from);
         if (to_format == 0)
             to_format = is_yuv(from_format) ? VEXLOR_FMT_B8G8R8X8 : from_format;
-        const bool viewed = output == "view";
-        if (rate != 0 && !viewed)
-            throw Failure("usage", "--rate goes with -o view");
-        const Output file(viewed ? "-" : output);
-        const std::unique_ptr<Sink> sink = viewed          ? show_in_viewer(to_format, to, rate)
-                                           : file.is_png() ? write_pictures(file.file())
-                                                           : write_stream(file.file());
+        const Output file(viewed() ? "-" : output);
+        const std::unique_ptr<Sink> sink = sink_for(file, to);
         InputFile stream(input);
         Bytes frame(static_cast<size_t>(from.width) * static_cast<size_t>(from.height) *
                     bytes_per_pixel(from_format));
@@ -100,17 +95,31 @@ struct PlayCommand : Command {
                           skip == 0 ? "is empty" : "has no frame behind those that were skipped");
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
         status = sink->finish();
-        if (status != 0)
-            return;
-        std::fprintf(viewed ? stdout : file.report(),
-                     "%s: %lld frames, %s to %s, %s to %s, %.3f s, %.1f frames per second\n", output.c_str(),
-                     static_cast<long long>(done), format_name(from_format).data(),
-                     format_name(to_format).data(), size_text(from.width, from.height).c_str(),
-                     size_text(to.width, to.height).c_str(), taken.count(),
-                     static_cast<double>(done) / std::max(taken.count(), 1e-9));
+        if (status == 0)
+            report(viewed() ? stdout : file.report(), done, from, to, taken.count());
     }
 
 private:
+    bool viewed() const { return output == "view"; }
+
+    std::unique_ptr<Sink> sink_for(const Output& file, Size to) const
+    {
+        if (viewed())
+            return show_in_viewer(to_format, to, rate);
+        if (rate != 0)
+            throw Failure("usage", "--rate goes with -o view");
+        return file.is_png() ? write_pictures(file.file()) : write_stream(file.file());
+    }
+
+    void report(FILE* to_file, int64_t done, Size from, Size to, double seconds) const
+    {
+        std::fprintf(to_file, "%s: %lld frames, %s to %s, %s to %s, %.3f s, %.1f frames per second\n",
+                     output.c_str(), static_cast<long long>(done), format_name(from_format).data(),
+                     format_name(to_format).data(), size_text(from.width, from.height).c_str(),
+                     size_text(to.width, to.height).c_str(), seconds,
+                     static_cast<double>(done) / std::max(seconds, 1e-9));
+    }
+
     void skip_frames(InputFile& stream, Bytes& frame) const
     {
         for (int32_t i = 0; i < skip; ++i)
