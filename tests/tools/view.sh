@@ -181,6 +181,16 @@ PATH=/nowhere "$tool" play both.yuv --format U8Y8V8Y8 --frame-size 64x48 -o view
 { [ $? = 2 ] && [ "$(wc -l <err)" = 1 ] && grep -q '^vexlor: vexlor-view: is not installed' err; } ||
     fail "play without a viewer: $(cat err)"
 
+# The manual page names every option of the help text, and what keys do; bash completes formats.
+"$viewer" --manual | sed 's/\\-/-/g' >manual
+for option in $("$viewer" --help | grep -oE -- '^ +--[a-z-]+' | grep -vE -- '--(help|version)'); do
+    grep -q -- "^.fB$option" manual || fail "the manual does not name $option"
+done
+grep -A 1 '^.B + - 0$' manual | grep -q '^zoom' || fail 'the manual does not name the keys'
+"$viewer" --completion bash >completion
+got=$(bash -c '. ./completion; COMP_WORDS=(vexlor-view --format U) COMP_CWORD=2; _vexlor_view; echo ${COMPREPLY[*]}')
+[ "$got" = U8Y8V8Y8 ] || fail "completion of a format gave $got"
+
 : >empty.png
 head -c 500 in.png >cut.png
 mkdir none
