@@ -184,7 +184,7 @@ Picture enlarging(const Photo& day, const Photo&)
     for (uint32_t filter = 0; filter < 3; ++filter)
         board.add(names[filter], scaled(day.detail, large_size, filter, bgrx));
     for (uint32_t filter = 0; filter < 3; ++filter)
-        board.add(filters[filter], scaled(letters, {280, 65}, filter, bgrx));
+        board.add(filters[filter], scaled(letters, {280, 70}, filter, bgrx));
     return board.draw();
 }
 
