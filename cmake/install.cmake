@@ -25,7 +25,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vexlor.pc DESTINATION ${CMAKE_INSTALL_
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvexlor-doc)
 # Laid out as in the sources, so that the pages' links lead somewhere; without what the pages are made with.
 install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT doc
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN reference EXCLUDE)
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "bench.json" PATTERN reference EXCLUDE)
 install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT doc PATTERN CMakeLists.txt EXCLUDE PATTERN "*.sha256" EXCLUDE)
 install(FILES README.md SECURITY.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${doc_dir} COMPONENT doc)
 

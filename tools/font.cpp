@@ -9,7 +9,7 @@ namespace {
 
 // Six lines of sixteen characters, from the space on.
 // clang-format off
-constexpr std::array<std::string_view, 6 * glyph_height> rows{
+constexpr std::array<std::string_view, size_t{6} * glyph_height> rows{
     "........#....#.#...#.#....#...##..#..##.....#......#...#......................................#.",
     "........#....#.#...#.#...####.##..#.#..#....#.....#.....#.....#.....#.........................#.",
     "........#....#.#..#####.#.#......#..#.#.....#....#.......#..#.#.#...#........................#..",
@@ -77,8 +77,8 @@ constexpr std::array<std::string_view, 6 * glyph_height> rows{
 bool font_pixel(char c, int32_t x, int32_t y)
 {
     const int32_t glyph = (c < first_glyph || c > last_glyph ? '?' : c) - first_glyph;
-    const auto row = static_cast<size_t>(glyph / 16 * glyph_height + y);
-    return rows[row][static_cast<size_t>(glyph % 16 * glyph_width + x)] == '#';
+    const int32_t row = glyph / 16 * glyph_height + y, column = glyph % 16 * glyph_width + x;
+    return rows[static_cast<size_t>(row)][static_cast<size_t>(column)] == '#';
 }
 
 Size text_size(const std::string& text)
