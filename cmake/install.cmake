@@ -27,7 +27,7 @@ set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvexlor-doc)
 install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT doc
         FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "bench.json" PATTERN reference EXCLUDE)
 install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT doc PATTERN CMakeLists.txt EXCLUDE PATTERN "*.sha256" EXCLUDE)
-install(FILES README.md SECURITY.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${doc_dir} COMPONENT doc)
+install(FILES README.md SECURITY.md CONTRIBUTING.md DESTINATION ${doc_dir} COMPONENT doc)
 
 if(PROJECT_IS_TOP_LEVEL)
     configure_file(cmake/uninstall.cmake.in uninstall.cmake @ONLY)

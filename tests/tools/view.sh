@@ -215,6 +215,7 @@ standard input: ends after 0 bytes.* 6144|- $raw --headless 1
 usage: .*--size|one.yuv --format U8Y8V8Y8 --headless 1
 --keys: 'F13' is neither|in.png --headless 2 --keys F13
 --keys: 1 keys need|in.png --headless 1 --keys f
+--completion: 'fish' is none|--completion fish
 --window: is at least|in.png --window 10x10 --headless 1
 cut.png: .*truncated|in.png --sprite cut.png --headless 1
 END
