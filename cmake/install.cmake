@@ -23,9 +23,11 @@ configure_file(cmake/vexlor.pc.in vexlor.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vexlor.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvexlor-doc)
-install(DIRECTORY docs/ DESTINATION ${doc_dir} COMPONENT doc)
+# Laid out as in the sources, so that the pages' links lead somewhere; without what the pages are made with.
+install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT doc
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "bench.json" PATTERN reference EXCLUDE)
 install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT doc PATTERN CMakeLists.txt EXCLUDE PATTERN "*.sha256" EXCLUDE)
-install(FILES README.md DESTINATION ${doc_dir} COMPONENT doc)
+install(FILES README.md SECURITY.md CONTRIBUTING.md DESTINATION ${doc_dir} COMPONENT doc)
 
 if(PROJECT_IS_TOP_LEVEL)
     configure_file(cmake/uninstall.cmake.in uninstall.cmake @ONLY)

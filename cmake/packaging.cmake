@@ -34,8 +34,9 @@ vexlor_package(lib libvexlor1 libs "" "This is the shared library.")
 vexlor_package(dev libvexlor-dev libdevel " - development files"
 "The headers for C and C++, the static library, and files for CMake and
 pkg-config.")
-vexlor_package(tools vexlor-tools graphics " - command-line tool"
-"The program vexlor draws with the library, on PNG, JPEG and raw files.")
+vexlor_package(tools vexlor-tools graphics " - command-line tool and viewer"
+"The program vexlor draws with the library, on PNG, JPEG and raw files.
+The viewer vexlor-view shows them and raw streams, and compares settings.")
 vexlor_package(doc libvexlor-doc doc " - documentation"
 "What the library's numbers mean, and example programs.")
 

@@ -141,6 +141,12 @@ public:
                 pen_.fill(*this, {x + i * zoom, y + j * zoom, zoom - line, zoom - line},
                           pixel(from, r.x + i, r.y + j));
     }
+    // A whole surface, and words below it.
+    void panel(const Surface& from, int32_t x, int32_t y, std::string_view words, int32_t zoom = 1) const
+    {
+        show(from, from.all(), x, y, zoom);
+        write(x, y + from.height() * zoom + 8, words);
+    }
     void frame(Rect r, uint32_t color = grey(40)) const
     {
         pen_.fill(*this, {r.x - 1, r.y - 1, r.w + 2, 1}, color);

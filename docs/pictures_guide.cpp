@@ -46,8 +46,7 @@ Page alpha_modes()
         const Context ctx;
         blend_by_pixel(ctx, i / 2 ? VEXLOR_ALPHA_PREMULTIPLIED : VEXLOR_ALPHA_STRAIGHT, VEXLOR_ALPHA_DST_ONE);
         ctx.copy(sprite, sprite.all(), under, 0, 0);
-        page.show(under, under.all(), 10 + i * 149, 10);
-        page.write(10 + i * 149, 158, words[static_cast<size_t>(i)]);
+        page.panel(under, 10 + i * 149, 10, words[static_cast<size_t>(i)]);
     }
     return page;
 }
@@ -90,8 +89,7 @@ Page global_alpha()
         const auto value = static_cast<uint32_t>(i * 255 / 4);
         blend_by_value(ctx, value, VEXLOR_ALPHA_DST_BLEND);
         ctx.copy(day, day.all(), under, 0, 0);
-        page.show(under, under.all(), 12 + i * 118, 10);
-        page.write(12 + i * 118, 98, "VALUE " + std::to_string(value));
+        page.panel(under, 12 + i * 118, 10, "VALUE " + std::to_string(value));
     }
     return page;
 }
@@ -142,10 +140,8 @@ Page yuv()
         vexlor_1d_B8G8R8X8_2_U8Y8V8Y8(source.row(y), frame.row(y), 18);
     const Context ctx;
     ctx.copy(frame, frame.all(), back, 0, 0);
-    page.show(source, source.all(), 14, 10, 16);
-    page.write(14, 126, "AS DRAWN IN RGB");
-    page.show(back, back.all(), 310, 10, 16);
-    page.write(310, 126, "THROUGH U8Y8V8Y8 AND BACK");
+    page.panel(source, 14, 10, "AS DRAWN IN RGB", 16);
+    page.panel(back, 310, 10, "THROUGH U8Y8V8Y8 AND BACK", 16);
     return page;
 }
 
@@ -160,8 +156,7 @@ Page overlap()
         vexlor_context_set_alpha_dst_op(ctx.get(), i == 2 ? VEXLOR_ALPHA_DST_ONE : VEXLOR_ALPHA_DST_BLEND);
         if (i > 0)
             ctx.copy(s, {0, 0, 164, 104}, s, 24, 24);
-        page.show(s, s.all(), 14 + i * 197, 10);
-        page.write(14 + i * 197, 146, words[static_cast<size_t>(i)]);
+        page.panel(s, 14 + i * 197, 10, words[static_cast<size_t>(i)]);
     }
     return page;
 }

@@ -13,8 +13,7 @@ Page quarter_fill()
         const Context ctx;
         vexlor_context_set_alpha_dst_op(ctx.get(), i ? VEXLOR_ALPHA_DST_ONE : VEXLOR_ALPHA_DST_BLEND);
         ctx.fill(s, {23, 12, 240, 60}, navy);
-        page.show(s, s.all(), 12 + i * 298, 10);
-        page.write(12 + i * 298, 102, words[static_cast<size_t>(i)]);
+        page.panel(s, 12 + i * 298, 10, words[static_cast<size_t>(i)]);
     }
     return page;
 }
@@ -34,8 +33,7 @@ Page full_weight()
             blend_by_value(ctx, i == 3 ? 254 : 255, i == 1 ? VEXLOR_ALPHA_DST_BLEND : VEXLOR_ALPHA_DST_ONE);
         if (i > 0)
             ctx.copy(dark, dark.all(), s, 16, 16);
-        page.show(s, s.all(), 12 + i * 118, 10);
-        page.write(12 + i * 118, 98, words[static_cast<size_t>(i)]);
+        page.panel(s, 12 + i * 118, 10, words[static_cast<size_t>(i)]);
     }
     return page;
 }
@@ -116,8 +114,7 @@ Page linear_565()
         vexlor_context_set_filter(ctx.get(), filter);
         ctx.scale(source, source.all(), large, large.all());
         const int32_t x = 10 + static_cast<int32_t>(filter) * 198;
-        page.show(large, large.all(), x, 10);
-        page.write(x, 146, words[filter]);
+        page.panel(large, x, 10, words[filter]);
     }
     return page;
 }
@@ -140,8 +137,8 @@ Page darkening()
                 for (int32_t y = 0; y < 80; ++y)
                     std::copy_n(b.row<uint8_t>(y), b.desc()->stride, a.row<uint8_t>(y));
             }
-            page.show(a, a.all(), 12 + column * 118, 10 + i * 112);
-            page.write(12 + column * 118, 98 + i * 112, (i ? "565 CATROM " : "MEAN ") + std::to_string(done));
+            page.panel(a, 12 + column * 118, 10 + i * 112,
+                       (i ? "565 CATROM " : "MEAN ") + std::to_string(done));
         }
     }
     return page;
@@ -221,16 +218,14 @@ Page lag()
     Surface frame(12, 12, VEXLOR_FMT_U8Y8V8Y8), small(12, 4, VEXLOR_FMT_B8G8R8X8),
         screen(12, 12, VEXLOR_FMT_B8G8R8X8);
     paint_frame(frame, bands);
-    page.show(frame, frame.all(), 14, 10, 13);
-    page.write(14, 174, "FRAME, 12 ROWS");
+    page.panel(frame, 14, 10, "FRAME, 12 ROWS", 13);
     for (int32_t i = 0; i < 2; ++i) {
         const Context ctx;
         vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_MEAN);
         if (i)
             ctx.scale(frame, frame.all(), small, small.all());
         ctx.scale(frame, frame.all(), screen, screen.all());
-        page.show(screen, screen.all(), 212 + i * 198, 10, 13);
-        page.write(212 + i * 198, 174, i ? "AFTER 12 TO 4, 12 TO 12" : "FRESH, 12 TO 12");
+        page.panel(screen, 212 + i * 198, 10, i ? "AFTER 12 TO 4, 12 TO 12" : "FRESH, 12 TO 12", 13);
     }
     return page;
 }
@@ -246,11 +241,9 @@ Page yuv_rows()
     const Context ctx;
     vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_MEAN);
     ctx.scale(pixels, pixels.all(), screen, screen.all());
-    page.show(screen, screen.all(), 14, 10);
-    page.write(14, 174, "32-BIT PIXELS");
+    page.panel(screen, 14, 10, "32-BIT PIXELS");
     ctx.scale(frame, frame.all(), screen, screen.all());
-    page.show(screen, screen.all(), 312, 10);
-    page.write(312, 174, "U8Y8V8Y8: ROWS REPEAT");
+    page.panel(screen, 312, 10, "U8Y8V8Y8: ROWS REPEAT");
     return page;
 }
 
@@ -294,6 +287,23 @@ Page rectangle_edges()
     return page;
 }
 
+// A first row of its own colour, which filter 2 leaves out.
+Page first_row()
+{
+    Page page(608, 174);
+    Surface source(8, 6, VEXLOR_FMT_B8G8R8X8); // no bytes between rows, which would show at the lower edge
+    paint(source, [](int32_t, int32_t y) { return y == 0 ? rgb(230, 60, 30) : y % 2 ? sand : navy; });
+    const std::array<std::string_view, 3> words{"NONE (0)", "MEAN (1)", "CATROM (2): NO RED"};
+    for (uint32_t filter = 0; filter < 3; ++filter) {
+        Surface large(168, 144, VEXLOR_FMT_B8G8R8X8);
+        const Context ctx;
+        vexlor_context_set_filter(ctx.get(), filter);
+        ctx.scale(source, source.all(), large, large.all());
+        page.panel(large, 14 + static_cast<int32_t>(filter) * 206, 10, words[filter]);
+    }
+    return page;
+}
+
 constexpr std::array pictures{
     Picture{"quarter-fill", quarter_fill},
     Picture{"full-weight", full_weight},
@@ -308,6 +318,7 @@ constexpr std::array pictures{
     Picture{"lag", lag},
     Picture{"yuv-rows", yuv_rows},
     Picture{"odd-width", odd_width},
+    Picture{"first-row", first_row},
     Picture{"rectangle-edges", rectangle_edges},
 };
 

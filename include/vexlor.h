@@ -21,7 +21,9 @@
  *  - A drawing call that returns another code than VEXLOR_OK has written nothing.
  *  - The library reads and writes pixels inside [pixels, E) only, E = pixels + (height - 1) * stride + width
  *    * bytes per pixel, as long as a surface's stride is at least its row's bytes. A buffer of exactly that
- *    size is enough. Rows may start at any address.
+ *    size is enough. Rows may start at any address. vexlor_fill alone can be made to go further: by a
+ *    rectangle, which it does not check, and by an unknown format with rows of an odd number of bytes, behind
+ *    which it may write one byte more (see Fill).
  *  - Integer arithmetic is unsigned 32-bit and wraps; >> of an unsigned value is logical, & binds weaker than
  *    >>.
  *  - Only the low 5 bits of a `shift` argument count.
@@ -320,7 +322,8 @@ VEXLOR_API void vexlor_2d_fill_blend_over_8888(const vexlor_context* ctx, const 
  *    converter slots. The word copy moves a row of w * bytes per pixel = 4 k + 2 bytes as 4 k + 4: one more
  *    16-bit pixel of the row is carried along, inside the surfaces.
  *  - 1, alpha test: 32-bit source with alpha, alpha_dst_op 1; pixels that pass (alpha_test, alpha_ref) are
- *    copied.
+ *    copied. Any code of 32 bits per pixel with bit 30 passes for one with alpha, here and in blends by pixel:
+ *    0x40000020 is no known format, and is accepted.
  *  - 2, blend: by alpha_src with the source pixel's alpha (32-bit formats with alpha), or with alpha_value
  *    (32-bit RGB, 565, and YUV 4:2:2 into 32-bit RGB). 565 and YUV blends consult neither alpha_mode nor
  *    alpha_dst_op.

@@ -45,8 +45,8 @@ Surface text_surface(const std::string& text, uint32_t pixel_format)
     Picture picture = plain_picture(text_size(text), {0, 0, 0, 0});
     for (int32_t y = 0; y < picture.size.height; ++y)
         for (int32_t x = 0; x < picture.size.width; ++x)
-            if (static_cast<size_t>(x / 6) < text.size() &&
-                font_pixel(text[static_cast<size_t>(x / 6)], x % 6, y))
+            if (const auto i = static_cast<size_t>(x / glyph_width);
+                i < text.size() && font_pixel(text[i], x % glyph_width, y))
                 std::fill_n(picture.row(y) + size_t{4} * static_cast<size_t>(x), 4, uint8_t{255});
     return pack(picture, pixel_format);
 }

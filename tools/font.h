@@ -1,4 +1,4 @@
-// A small fixed-width font for labels: letters of 5 x 7 pixels, with a tail of one, in cells of 6 x 8.
+// A small fixed-width font, drawn in source text: characters 32 to 126, each 5 x 9 points with a gap of one.
 #pragma once
 
 #include "parse.h"
@@ -7,7 +7,10 @@
 
 namespace tool {
 
-bool font_pixel(char c, int32_t x, int32_t y); // whether the letter covers this pixel of its cell
+constexpr int32_t glyph_width = 6, glyph_height = 9;
+constexpr char first_glyph = ' ', last_glyph = '~';
+
+bool font_pixel(char c, int32_t x, int32_t y); // whether the letter covers this point of its cell
 Size text_size(const std::string& text);
 
 } // namespace tool

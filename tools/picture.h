@@ -32,7 +32,10 @@ Picture plain_picture(Size size, Color color);
 // What is wrong with the file becomes a Failure that names it.
 bool is_png(std::span<const uint8_t> file);
 Picture decode_png(const std::string& name, std::span<const uint8_t> file);
-std::vector<uint8_t> encode_png(const std::string& name, const Picture& picture);
+// `fast` for what is looked at once, `small` for what is kept.
+enum class Packing { fast, small };
+std::vector<uint8_t> encode_png(const std::string& name, const Picture& picture,
+                                Packing packing = Packing::fast);
 bool is_jpeg(std::span<const uint8_t> file);
 Picture decode_jpeg(const std::string& name, std::span<const uint8_t> file);
 

@@ -45,7 +45,7 @@ Picture decode_png(const std::string& name, std::span<const uint8_t> file)
     return picture;
 }
 
-std::vector<uint8_t> encode_png(const std::string& name, const Picture& picture)
+std::vector<uint8_t> encode_png(const std::string& name, const Picture& picture, Packing packing)
 {
     const size_t channels = picture.has_alpha ? 4 : 3;
     const size_t count = picture.bytes() / 4;
@@ -57,7 +57,7 @@ std::vector<uint8_t> encode_png(const std::string& name, const Picture& picture)
     image.width = static_cast<uint32_t>(picture.size.width);
     image.height = static_cast<uint32_t>(picture.size.height);
     image.format = picture.has_alpha ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
-    image.flags = PNG_IMAGE_FLAG_FAST;
+    image.flags = packing == Packing::fast ? PNG_IMAGE_FLAG_FAST : 0;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     std::vector<uint8_t> file(size);
     if (!png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr))

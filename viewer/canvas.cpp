@@ -20,6 +20,8 @@ namespace {
 constexpr tool::Color inks[ink_count] = {
     {240, 240, 236}, {150, 156, 164}, {255, 190, 80}, {110, 205, 255}, {255, 110, 90}};
 
+constexpr int32_t font_columns = 16, font_lines = 6; // the letters, all on one surface
+
 // The font in one colour, letter_width x letter_height for each character.
 Surface letters(Color color)
 {
@@ -31,10 +33,12 @@ Surface letters(Color color)
                      size.width, size.height);
         return to;
     };
-    tool::Picture points({font_columns * glyph_width, font_lines * glyph_height}, true);
+    tool::Picture points({font_columns * tool::glyph_width, font_lines * tool::glyph_height}, true);
     for (int32_t y = 0; y < points.size.height; ++y)
         for (int32_t x = 0; x < points.size.width; ++x) {
-            const bool ink = font_rows[static_cast<size_t>(y)][static_cast<size_t>(x)] == '#';
+            const int32_t glyph = x / tool::glyph_width + y / tool::glyph_height * font_columns;
+            const bool ink = tool::font_pixel(static_cast<char>(tool::first_glyph + glyph),
+                                              x % tool::glyph_width, y % tool::glyph_height);
             const uint8_t pixel[4] = {color.r, color.g, color.b, static_cast<uint8_t>(ink ? 255 : 0)};
             std::memcpy(points.row(y) + ptrdiff_t{x} * 4, pixel, 4);
         }
@@ -95,7 +99,7 @@ void Canvas::text(Point at, std::string_view text, Ink ink)
     vexlor_context_set_alpha_src(ctx, VEXLOR_ALPHA_SRC_PIXEL);
     const Surface& font = letters_[static_cast<size_t>(ink)];
     for (const char c : text) {
-        const int32_t glyph = (c < first_glyph || c > last_glyph ? '?' : c) - first_glyph;
+        const int32_t glyph = (c < tool::first_glyph || c > tool::last_glyph ? '?' : c) - tool::first_glyph;
         const Rect r = clipped(pixels_, {at.x, at.y, letter_width, letter_height});
         if (r.width > 0 && r.height > 0)
             vexlor_copy(ctx, font.desc(), pixels_.desc(), glyph % font_columns * letter_width + r.x - at.x,

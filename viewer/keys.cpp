@@ -121,6 +121,21 @@ const std::array<Key, 38> keys{{
 }};
 // clang-format on
 
+std::vector<KeyHelp> key_help()
+{
+    std::vector<KeyHelp> lines;
+    for (const Key& key : keys) {
+        const std::string_view name = key.name;
+        if (key.help[0] != '\0')
+            lines.push_back({key.name, key.help});
+        else if (name.starts_with("shift+"))
+            lines.back().names = "shift+arrows";
+        else
+            lines.back().names.append(" ").append(name);
+    }
+    return lines;
+}
+
 void play(Model& model, const std::string& word)
 {
     model.message.clear();

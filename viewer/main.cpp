@@ -2,6 +2,7 @@
 #include "failure.h"
 #include "formats.h"
 #include "headless.h"
+#include "manual.h"
 #include "options.h"
 #include "source.h"
 #include "sprite.h"
@@ -20,7 +21,8 @@ namespace {
 using tool::Failure;
 
 struct Arguments {
-    std::string file, sprite;
+    std::string file, sprite, completion;
+    bool manual = false;
     uint32_t format = 0;
     std::optional<tool::Size> size, window;
     int32_t rate = 0;
@@ -29,7 +31,7 @@ struct Arguments {
 
 void declare(tool::Options& options, Arguments& a)
 {
-    options.text("!file", a.file, "FILE",
+    options.text("file", a.file, "FILE",
                  "photograph (PNG, JPEG), folder of them, or raw stream; - is standard input");
     options.format("--format", a.format, "the file is a raw stream of frames of this format");
     options.parsed("--size", a.size, tool::parse_size, "WxH", "size of the raw frames, in pixels");
@@ -43,24 +45,22 @@ void declare(tool::Options& options, Arguments& a)
         "with --headless: one before each frame but the first. Names as in the help (key h), and move:X,Y, "
         "press, release, wheel:1, wheel:-1");
     options.text("--screenshot", a.script.screenshot, "FILE.png", "with --headless: the last frame");
+    options.flag("--manual", a.manual, "print the manual page, in troff");
+    options.text("--completion", a.completion, "bash|zsh", "print the completion of the options for a shell");
 }
 
-// False when help or version was asked for, and printed.
+// False when something about the program itself was asked for, and printed.
 bool parse(int argc, char** argv, Arguments& arguments)
 {
-    CLI::App app(
-        "vexlor-view shows photographs and raw streams, scaled by libvexlor, and compares its settings.\n"
-        "Exit status: 0 done, 2 bad usage or file.");
+    CLI::App app(std::string(view::summary) + "\nExit status: 0 done, 2 bad usage or file.");
     app.name("vexlor-view");
     app.set_version_flag("--version", "vexlor-view " VEXLOR_TOOL_VERSION);
-    app.footer("Example:\n  ffmpeg -re -i film.mp4 -vf scale=960:540 -pix_fmt uyvy422 -f rawvideo - |\n"
-               "      vexlor-view --format U8Y8V8Y8 --size 960x540 -");
-    std::vector<tool::OptionInfo> list; // which a manual page would be made of
+    app.footer(std::string("Example:\n") + view::example);
+    std::vector<tool::OptionInfo> list;
     tool::Options options(&app, list);
     declare(options, arguments);
     try {
         app.parse(argc, argv);
-        return true;
     } catch (const CLI::ParseError& error) {
         std::ostringstream help;
         if (app.exit(error, help, help) != 0)
@@ -68,6 +68,15 @@ bool parse(int argc, char** argv, Arguments& arguments)
         std::printf("%s\n", help.str().c_str());
         return false;
     }
+    if (arguments.manual)
+        view::print_manual(list);
+    else if (!arguments.completion.empty())
+        view::print_completion(arguments.completion, list);
+    else if (arguments.file.empty())
+        throw Failure("usage", "file is required (vexlor-view --help tells more)");
+    else
+        return true;
+    return false;
 }
 
 std::unique_ptr<view::Source> open(const Arguments& a)

@@ -8,6 +8,7 @@
 #include <array>
 #include <deque>
 #include <string>
+#include <vector>
 
 namespace view {
 
@@ -55,6 +56,12 @@ struct Key {
     void (*act)(Model&);
 };
 extern const std::array<Key, 38> keys;
+
+// The keys that belong together, and what they do.
+struct KeyHelp {
+    std::string names, text;
+};
+std::vector<KeyHelp> key_help();
 
 // One word: a key's name, move:X,Y, press, release or wheel:N. BadValue when there is no such thing.
 void play(Model& model, const std::string& word);

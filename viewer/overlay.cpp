@@ -107,19 +107,10 @@ void draw_calls(Canvas& canvas, const Model& model, const Sides& sides)
 void draw_help(Canvas& canvas)
 {
     std::vector<Line> lines{{"vexlor-view", Ink::amber}, {""}};
-    for (const Key& key : keys) {
-        const bool more = key.help[0] == '\0' && std::string_view(key.name) != "escape";
-        std::string& last = lines.back().text;
-        constexpr size_t names = 14;
-        if (more && last.find(' ') < names && last.substr(0, names).find(key.name) == std::string::npos) {
-            const size_t end = last.find_last_not_of(' ', names - 1) + 1;
-            const std::string name = std::string_view(key.name).starts_with("shift+") ? "" : key.name;
-            last.replace(end, name.size() + 1, " " + name);
-        } else if (key.help[0] != '\0') {
-            std::string name = key.name == std::string_view("shift+left") ? "shift+arrows" : key.name;
-            name.resize(names, ' ');
-            lines.push_back({name + key.help});
-        }
+    for (const KeyHelp& key : key_help()) {
+        std::string names = key.names;
+        names.resize(14, ' ');
+        lines.push_back({names + key.text});
     }
     lines.insert(lines.end(),
                  {{""},

@@ -104,6 +104,8 @@ sed 's/^.\(.*fill 565, written\)$/x\1/' "$golden" >other.txt
 answers 1 '^fill 565, written is .* expected x' 'sum --check other.txt'
 answers 0 '^checksums .* 0 differ$' report
 answers 0 '^scale B8G8R8X8 up 2x, linear .*[0-9]' 'bench --size 33x21 --repeat 1 --time 1'
+answers 0 '^scale U8Y8V8Y8 to B8G8R8X8 down 2x, mean( +[0-9]+){3} +[0-9]+[.][0-9]+$' \
+    'bench --size 640x480 --repeat 1 --time 1 --threads 3'
 "$tool" sheet -o gallery >said
 [ "$(ls gallery | wc -l)" = "$(wc -l <said)" ] || fail sheet 'drew other pictures than it said'
 

@@ -106,6 +106,7 @@ done <<END
 2|cut.yuv: ends inside frame 2, behind 3 of 4096 bytes|play cut.yuv $frames -o kept.raw
 2|empty.png: is empty|play empty.png $frames -o kept.raw
 2|good.yuv: has only 1 frames|play good.yuv $frames --skip 2 -o kept.raw
+2|usage: --rate goes with -o view|play good.yuv $frames --rate 5 -o kept.raw
 2|absent/0.png: No such file|play good.yuv $frames -o absent/%d.png
 2|--frame-size: 99999x99999 is too large|play good.yuv --format 565 --frame-size 99999x99999 -o kept.raw
 2|/dev/full: No space|copy good.png -o raw:/dev/full

@@ -151,6 +151,46 @@ run 'i right' folder && [ "$(uniq last | wc -l)" = 2 ] || fail 'right does not s
 run 'i right left' folder && sed -n 2p last >back && run 'i' folder
 [ "$(cat back)" = "$(sed -n 2p last)" ] || fail 'left does not go back'
 
+# The tool starts a viewer and feeds it; the one that it finds here has no window, or another temper.
+mkdir bin
+played() # STATUS PATTERN SCRIPT FILE: `vexlor play FILE -o view` where vexlor-view is that script
+{
+    printf '#!/bin/sh\n%s\n' "$3" >bin/vexlor-view
+    chmod +x bin/vexlor-view
+    PATH=$dir/bin:$PATH "$tool" play "$4" --format U8Y8V8Y8 --frame-size 64x48 --rate 7 -o view >played 2>&1
+    status=$?
+    { [ $status = "$1" ] && grep -Eq "$2" played; } ||
+        fail "play into '$3': status $status, expected $1 and $2; it said: $(cat played)"
+}
+headless='--headless 3 --window 256x192'
+played 0 '^view: 2 frames, ' "exec '$viewer' \"\$@\" $headless" both.yuv
+# shellcheck disable=SC2086 # $raw and $headless are words
+"$tool" play both.yuv --format U8Y8V8Y8 --frame-size 64x48 -o - 2>/dev/null |
+    "$viewer" --format B8G8R8X8 --size 64x48 - $headless >piped
+[ "$(sed -n 's/; time.*//p' piped)" = "$(sed -n 's/; time.*//p' played | grep ^frame)" ] ||
+    fail 'played into the viewer, frames are others'
+played 0 '^--format B8G8R8X8 --size 64x48 --rate 7 -$' 'echo "$*"; cat >/dev/null' both.yuv
+mkfifo endless
+while cat both.yuv; do :; done >endless 2>/dev/null &
+played 0 '^view: [0-9]+ frames' 'head -c 9 >/dev/null' endless
+played 3 '^no display$' 'echo no display; exit 3' both.yuv
+played 2 'vexlor-view: was ended: Terminated' 'kill -TERM $$' both.yuv
+head -c 7000 both.yuv >cut.yuv
+played 2 '^vexlor: cut.yuv: ends inside frame 1' 'cat >/dev/null' cut.yuv
+PATH=/nowhere "$tool" play both.yuv --format U8Y8V8Y8 --frame-size 64x48 -o view 2>err
+{ [ $? = 2 ] && [ "$(wc -l <err)" = 1 ] && grep -q '^vexlor: vexlor-view: is not installed' err; } ||
+    fail "play without a viewer: $(cat err)"
+
+# The manual page names every option of the help text, and what keys do; bash completes formats.
+"$viewer" --manual | sed 's/\\-/-/g' >manual
+for option in $("$viewer" --help | grep -oE -- '^ +--[a-z-]+' | grep -vE -- '--(help|version)'); do
+    grep -q -- "^.fB$option" manual || fail "the manual does not name $option"
+done
+grep -A 1 '^.B + - 0$' manual | grep -q '^zoom' || fail 'the manual does not name the keys'
+"$viewer" --completion bash >completion
+got=$(bash -c '. ./completion; COMP_WORDS=(vexlor-view --format U) COMP_CWORD=2; _vexlor_view; echo ${COMPREPLY[*]}')
+[ "$got" = U8Y8V8Y8 ] || fail "completion of a format gave $got"
+
 : >empty.png
 head -c 500 in.png >cut.png
 mkdir none
@@ -175,6 +215,7 @@ standard input: ends after 0 bytes.* 6144|- $raw --headless 1
 usage: .*--size|one.yuv --format U8Y8V8Y8 --headless 1
 --keys: 'F13' is neither|in.png --headless 2 --keys F13
 --keys: 1 keys need|in.png --headless 1 --keys f
+--completion: 'fish' is none|--completion fish
 --window: is at least|in.png --window 10x10 --headless 1
 cut.png: .*truncated|in.png --sprite cut.png --headless 1
 END

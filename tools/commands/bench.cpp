@@ -1,4 +1,4 @@
-// vexlor bench: how fast the library is on this machine, with SIMD off and on.
+// vexlor bench: how fast the library is on this machine, with SIMD off and on, and by several threads at once.
 #include "../context.h"
 #include "../failure.h"
 #include "../formats.h"
@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <functional>
+#include <vexlor_parallel.hpp>
 
 namespace tool {
 
@@ -68,6 +70,25 @@ Surface random_surface(Size size, uint32_t format)
     return surface;
 }
 
+void set(vexlor_context* ctx, const Case& c)
+{
+    vexlor_context_set_color(ctx, 0x80FF4020);
+    vexlor_context_set_alpha_op(ctx, c.alpha_op);
+    vexlor_context_set_alpha_src(ctx, c.alpha_src);
+    vexlor_context_set_alpha_dst_op(ctx, c.dst_op);
+    vexlor_context_set_alpha_value(ctx, 20);
+    vexlor_context_set_alpha_test(ctx, VEXLOR_ALPHA_TEST_GREATER_EQUAL);
+    vexlor_context_set_alpha_ref(ctx, 128);
+    vexlor_context_set_filter(ctx, c.filter);
+}
+
+vexlor::surface_view view(const Surface& surface)
+{
+    const vexlor_surface_desc& desc = *surface.desc();
+    return {std::span(desc.pixels, surface.bytes()), desc.width, desc.height,
+            static_cast<vexlor::format>(desc.format), desc.stride};
+}
+
 struct BenchCommand : Command {
     void declare(Options& options) override
     {
@@ -76,6 +97,9 @@ struct BenchCommand : Command {
             "size of the surface that is drawn on (default: 1280x720). Scaling takes it from half or twice "
             "as much");
         options.number("--repeat", repeat, 1, 1000, "measurements of which the median counts (default: 5)");
+        options.number(
+            "--threads", threads, 2, 256,
+            "also by draw_parallel over that many contexts, SIMD off, and how much faster that is");
         options.number("--time", time, 1, 10000, "milliseconds that a measurement draws for (default: 10)");
     }
 
@@ -84,19 +108,27 @@ struct BenchCommand : Command {
         const Size to = size.value_or(Size{1280, 720});
         std::printf("Millions of pixels drawn per second on %dx%d surfaces, median of %d:\n\n", to.width,
                     to.height, repeat);
-        std::printf("%-47s%10s%10s\n", "", "SIMD off", "SIMD on");
+        std::printf("%-47s%10s%10s", "", "SIMD off", "SIMD on");
+        if (threads != 0)
+            std::printf("%8d threads%7s", threads, "gain");
+        std::printf("\n");
         for (const Case& c : cases) {
             const int32_t num = c.num == 0 ? 4 : c.num;
             // Even, for YUV.
             const Size from{std::max(2, to.width * num / 4 & ~1), std::max(1, to.height * num / 4)};
             const Surface source = random_surface(from, c.from == fill ? c.to : c.from);
             const Surface target = random_surface(to, c.to);
-            std::vector<double> off, on;
+            std::vector<double> off, on, parallel;
             for (int32_t i = 0; i < repeat; ++i) { // taking turns: a busy moment hits both
                 off.push_back(rate(c, source, target, simd_none));
                 on.push_back(rate(c, source, target, simd_all));
+                if (threads != 0)
+                    parallel.push_back(rate_in_parallel(c, source, target));
             }
-            std::printf("%-47s%10.0f%10.0f\n", c.name, median(off), median(on));
+            std::printf("%-47s%10.0f%10.0f", c.name, median(off), median(on));
+            if (threads != 0)
+                std::printf("%16.0f%7.2f", median(parallel), median(parallel) / median(off));
+            std::printf("\n");
             std::fflush(stdout);
         }
     }
@@ -116,22 +148,40 @@ private:
     double rate(const Case& c, const Surface& source, const Surface& target, uint32_t simd) const
     {
         const Context ctx = new_context(simd);
-        vexlor_context_set_color(ctx.get(), 0x80FF4020);
-        vexlor_context_set_alpha_op(ctx.get(), c.alpha_op);
-        vexlor_context_set_alpha_src(ctx.get(), c.alpha_src);
-        vexlor_context_set_alpha_dst_op(ctx.get(), c.dst_op);
-        vexlor_context_set_alpha_value(ctx.get(), 20);
-        vexlor_context_set_alpha_test(ctx.get(), VEXLOR_ALPHA_TEST_GREATER_EQUAL);
-        vexlor_context_set_alpha_ref(ctx.get(), 128);
-        vexlor_context_set_filter(ctx.get(), c.filter);
+        set(ctx.get(), c);
+        return rate(c, target.size(), [&] { return draw(c, ctx.get(), source, target); });
+    }
+
+    double rate_in_parallel(const Case& c, const Surface& source, const Surface& target) const
+    {
+        std::vector<vexlor::context> crew;
+        for (int32_t i = 0; i < threads; ++i) {
+            vexlor::outcome<vexlor::context> made = vexlor::context::make();
+            if (!made)
+                throw std::bad_alloc();
+            crew.push_back(*std::move(made));
+        }
+        set(crew[0].get(), c);
+        const vexlor::surface_view from = view(source), to = view(target);
+        const vexlor::rect part{0, 0, std::min(to.width(), from.width()), to.height()};
+        return rate(c, target.size(), [&] {
+            return static_cast<uint32_t>(
+                c.from == fill ? vexlor::draw_parallel(crew, to, to.bounds())
+                : c.num == 0   ? vexlor::draw_parallel(crew, from, part, to, vexlor::point{0, 0})
+                               : vexlor::draw_parallel(crew, from, from.bounds(), to, to.bounds()));
+        });
+    }
+
+    double rate(const Case& c, Size size_drawn, const std::function<uint32_t()>& draw_once) const
+    {
         // The first call brings everything into the caches.
-        if (const uint32_t result = draw(c, ctx.get(), source, target); result != VEXLOR_OK)
+        if (const uint32_t result = draw_once(); result != VEXLOR_OK)
             throw Refused(c.name, result);
-        const double pixels = double(target.size().width) * target.size().height;
+        const double pixels = double(size_drawn.width) * size_drawn.height;
         const auto start = Clock::now();
         int64_t drawn = 0;
         do {
-            draw(c, ctx.get(), source, target);
+            draw_once();
             ++drawn;
         } while (since(start) * 1e3 < time);
         return static_cast<double>(drawn) * pixels / since(start) / 1e6;
@@ -144,12 +194,14 @@ private:
     }
 
     std::optional<Size> size;
-    int32_t repeat = 5, time = 10;
+    int32_t repeat = 5, time = 10, threads = 0;
 };
 
 } // namespace
 
 const Entry bench_entry{"bench", "Measure the main operations on this machine, with SIMD off and on",
-                        "  vexlor bench --size 1920x1080 --repeat 9", make_command<BenchCommand>};
+                        "  vexlor bench --size 1920x1080 --repeat 9\n"
+                        "  vexlor bench --size 3840x2160 --threads 4",
+                        make_command<BenchCommand>};
 
 } // namespace tool

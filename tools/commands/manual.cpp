@@ -1,4 +1,5 @@
 // vexlor manual: the manual page, written from the same declarations as the help texts.
+#include "../pages.h"
 #include "commands.h"
 
 #include <cstdio>
@@ -6,28 +7,6 @@
 namespace tool {
 
 namespace {
-
-// Text for troff: no character of it is a command.
-std::string escaped(const std::string& text)
-{
-    std::string result;
-    bool line_start = true;
-    for (const char c : text) {
-        if (line_start && (c == '.' || c == '\''))
-            result += "\\&";
-        result += c == '\\' ? "\\e" : c == '-' ? "\\-" : std::string(1, c);
-        line_start = c == '\n';
-    }
-    return result;
-}
-
-void print(const OptionInfo& option)
-{
-    std::printf(".TP\n\\fB%s\\fR%s%s%s%s\n%s%s\n", escaped(option.names).c_str(),
-                option.form.empty() ? "" : " ", option.form.empty() ? "" : "\\fI",
-                escaped(option.form).c_str(), option.form.empty() ? "" : "\\fR", escaped(option.help).c_str(),
-                option.required ? " (required)" : "");
-}
 
 void print(const Description& command)
 {
@@ -37,11 +16,11 @@ void print(const Description& command)
             arguments.append(option.required ? " " : " [")
                 .append(option.form)
                 .append(option.required ? "" : "]");
-    std::printf(".SS vexlor %s%s\n%s.\n", command.name.c_str(), escaped(arguments).c_str(),
-                escaped(command.summary).c_str());
+    std::printf(".SS vexlor %s%s\n%s.\n", command.name.c_str(), troff(arguments).c_str(),
+                troff(command.summary).c_str());
     for (const OptionInfo& option : command.options)
-        print(option);
-    std::printf(".PP\nExample:\n.PP\n.nf\n%s\n.fi\n", escaped(command.example).c_str());
+        print_manual(option);
+    std::printf(".PP\nExample:\n.PP\n.nf\n%s\n.fi\n", troff(command.example).c_str());
 }
 
 struct ManualCommand : Command {
@@ -65,7 +44,8 @@ struct ManualCommand : Command {
             "result\n"
             "code's name and meaning; of diff: different; of sum and report: other checksums.\n"
             ".TP\n2\nBad usage, or a file that cannot be used.\n"
-            ".SH FILES\nOutputs are written beside their final name and renamed when they are complete.\n");
+            ".SH FILES\nOutputs are written beside their final name and renamed when they are complete.\n"
+            ".SH SEE ALSO\n.BR vexlor\\-view (1)\n");
     }
 };
 

@@ -1,5 +1,5 @@
-// vexlor play: a stream of raw frames, converted and scaled, into numbered pictures or another stream. Frames are spread
-// over threads that draw with contexts of their own, and written in order.
+// vexlor play: a stream of raw frames, converted and scaled, into numbered pictures, another stream or the viewer. Frames
+// are spread over threads that draw with contexts of their own, and written in order.
 #include "../conversion.h"
 #include "../crew.h"
 #include "../drawing.h"
@@ -8,6 +8,7 @@
 #include "../formats.h"
 #include "../output.h"
 #include "../progress.h"
+#include "../sink.h"
 #include "commands.h"
 
 #include <algorithm>
@@ -31,66 +32,6 @@ struct Player {
     Surface source, target;
 };
 
-// A name with a place for the frame's number, such as frame-%05d.png.
-class NumberedName {
-public:
-    explicit NumberedName(const std::string& pattern)
-    {
-        const size_t start = pattern.find('%'), end = pattern.find('d', start);
-        if (start == std::string::npos || end == std::string::npos ||
-            pattern.find('%', start + 1) != std::string::npos || end - start > 4)
-            throw Failure(pattern,
-                          "pictures need a place for their number in the name, such as frame-%05d.png");
-        const std::string digits = pattern.substr(start + 1, end - start - 1);
-        digits_ = digits.empty() ? 1 : about(pattern, [&] { return parse_integer(digits, 1, 20); });
-        before_ = pattern.substr(0, start);
-        behind_ = pattern.substr(end + 1);
-    }
-    std::string of(int64_t number) const
-    {
-        const std::string text = std::to_string(number);
-        const size_t zeros = std::max<size_t>(static_cast<size_t>(digits_), text.size()) - text.size();
-        return before_ + std::string(zeros, '0') + text + behind_;
-    }
-
-private:
-    std::string before_, behind_;
-    int32_t digits_ = 1;
-};
-
-// Where drawn frames go: one stream into one file, or pictures, which are files of their own.
-class Sink {
-public:
-    explicit Sink(const Output& output) : file_(output.file())
-    {
-        if (output.is_png())
-            names_.emplace(file_);
-    }
-    void write(const Bytes& frame)
-    {
-        if (names_) {
-            write_file(names_->of(written_), frame);
-        } else {
-            if (!whole_)
-                whole_.emplace(file_);
-            whole_->write(frame);
-        }
-        ++written_;
-    }
-    void finish()
-    {
-        if (whole_)
-            whole_->finish();
-    }
-    int64_t written() const { return written_; }
-
-private:
-    std::string file_;
-    std::optional<NumberedName> names_;
-    std::optional<OutputFile> whole_;
-    int64_t written_ = 0;
-};
-
 struct PlayCommand : Command {
     void declare(Options& options) override
     {
@@ -105,9 +46,11 @@ struct PlayCommand : Command {
         options.text(
             "!-o,--output", output, "FILE",
             "numbered pictures, such as frames/%05d.png, or one stream of raw frames: a name ending in .raw, "
-            ".yuv or .rgb, raw:NAME, or - for standard output");
+            ".yuv or .rgb, raw:NAME, or - for standard output; or view, which shows them in vexlor-view");
         options.number("--skip", skip, 0, INT32_MAX, "frames to leave out at the beginning");
         options.number("--frames", frames, 1, INT32_MAX, "frames to play (default: all)");
+        options.number("--rate", rate, 1, 1000,
+                       "frames per second, with -o view (default: as fast as they come)");
         options.number("--jobs", jobs, 1, 256, "threads to draw with (default: one per processor)");
         options.word("--simd", simd, {"none", "sse", "sse2", "all"},
                      "instruction sets to use (default: none)");
@@ -118,8 +61,8 @@ struct PlayCommand : Command {
         const Size from = *frame_size, to = size.value_or(from);
         if (to_format == 0)
             to_format = is_yuv(from_format) ? VEXLOR_FMT_B8G8R8X8 : from_format;
-        const Output file(output);
-        Sink sink(file);
+        const Output file(viewed() ? "-" : output);
+        const std::unique_ptr<Sink> sink = sink_for(file, to);
         InputFile stream(input);
         Bytes frame(static_cast<size_t>(from.width) * static_cast<size_t>(from.height) *
                     bytes_per_pixel(from_format));
@@ -132,34 +75,51 @@ struct PlayCommand : Command {
         Progress progress(total(stream, frame.size()));
         const auto start = std::chrono::steady_clock::now();
         std::optional<Failure> truncated; // what came before it is played
-        int64_t submitted = 0;
-        for (bool more = true; more || crew.pending() != 0;) {
+        int64_t submitted = 0, done = 0;
+        bool wanted = true; // no longer when the viewer was closed
+        for (bool more = true; wanted && (more || crew.pending() != 0);) {
             if (more && crew.pending() < 2 * static_cast<size_t>(jobs)) {
                 more = next(stream, frame, submitted, truncated);
                 if (more)
                     crew.submit([this, frame, &file](Player& player) { return draw(player, frame, file); });
                 submitted += more;
             } else {
-                sink.write(crew.take());
-                progress.show(sink.written());
+                wanted = sink->write(crew.take());
+                progress.show(done += wanted);
             }
         }
         if (truncated)
             throw Failure(*truncated);
-        const int64_t done = sink.written();
-        if (done == 0)
+        if (submitted == 0)
             throw Failure(shown(input),
                           skip == 0 ? "is empty" : "has no frame behind those that were skipped");
-        sink.finish();
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-        std::fprintf(file.report(), "%s: %lld frames, %s to %s, %s to %s, %.3f s, %.1f frames per second\n",
-                     output.c_str(), static_cast<long long>(done), format_name(from_format).data(),
-                     format_name(to_format).data(), size_text(from.width, from.height).c_str(),
-                     size_text(to.width, to.height).c_str(), taken.count(),
-                     static_cast<double>(done) / std::max(taken.count(), 1e-9));
+        status = sink->finish();
+        if (status == 0)
+            report(viewed() ? stdout : file.report(), done, from, to, taken.count());
     }
 
 private:
+    bool viewed() const { return output == "view"; }
+
+    std::unique_ptr<Sink> sink_for(const Output& file, Size to) const
+    {
+        if (viewed())
+            return show_in_viewer(to_format, to, rate);
+        if (rate != 0)
+            throw Failure("usage", "--rate goes with -o view");
+        return file.is_png() ? write_pictures(file.file()) : write_stream(file.file());
+    }
+
+    void report(FILE* to_file, int64_t done, Size from, Size to, double seconds) const
+    {
+        std::fprintf(to_file, "%s: %lld frames, %s to %s, %s to %s, %.3f s, %.1f frames per second\n",
+                     output.c_str(), static_cast<long long>(done), format_name(from_format).data(),
+                     format_name(to_format).data(), size_text(from.width, from.height).c_str(),
+                     size_text(to.width, to.height).c_str(), seconds,
+                     static_cast<double>(done) / std::max(seconds, 1e-9));
+    }
+
     void skip_frames(InputFile& stream, Bytes& frame) const
     {
         for (int32_t i = 0; i < skip; ++i)
@@ -224,16 +184,17 @@ private:
     uint32_t from_format = 0, to_format = 0;
     std::optional<Size> frame_size, size;
     uint32_t filter = VEXLOR_FILTER_MEAN;
-    int32_t skip = 0, frames = 0, jobs = 0;
+    int32_t skip = 0, frames = 0, rate = 0, jobs = 0;
     uint32_t simd = simd_none;
 };
 
 } // namespace
 
 const Entry play_entry{
-    "play", "Convert and scale a stream of raw frames into numbered pictures or another stream",
+    "play", "Convert and scale a stream of raw frames into numbered pictures, another stream or the viewer",
     "  ffmpeg -i film.mp4 -pix_fmt uyvy422 -f rawvideo - |\n"
-    "    vexlor play - --format U8Y8V8Y8 --frame-size 1280x720 --size 640x360 -o frames/%05d.png",
+    "    vexlor play - --format U8Y8V8Y8 --frame-size 1280x720 --size 640x360 -o frames/%05d.png\n"
+    "  vexlor play frames.yuv --format U8Y8V8Y8 --frame-size 1280x720 --size 640x360 --rate 25 -o view",
     make_command<PlayCommand>};
 
 } // namespace tool

@@ -33,7 +33,7 @@ struct SheetCommand : Command {
         const Picture night = files[1].empty() ? planet(size, true) : read_picture(files[1]);
         for (const Plate& plate : gallery(day, night)) {
             const std::string name = folder + "/" + plate.name + ".png";
-            write_file(name, encode_png(name, plate.picture));
+            write_file(name, encode_png(name, plate.picture, Packing::small));
             std::printf("%s: %s, %dx%d, %s\n", name.c_str(), plate.title.c_str(), plate.picture.size.width,
                         plate.picture.size.height,
                         golden::checksum(plate.picture.pixels.get(), plate.picture.bytes()).c_str());
