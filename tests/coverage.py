@@ -16,7 +16,7 @@ for data in sorted((build / 'src').rglob('*.gcda')):
                                      text=True, stderr=subprocess.DEVNULL)
     for document in report.splitlines():
         for file in json.loads(document)['files']:
-            path = (build / file['file']).resolve()
+            path = (root / file['file']).resolve() # the compiler writes paths as from the root
             if root / 'src' not in path.parents:
                 continue
             for line in file['lines']:
