@@ -55,17 +55,6 @@ TEST(Copy, EqualsTheModelInCodeAndEveryByte)
     EXPECT_GT(overlapping, calls_made / 100);
 }
 
-// A column may smear: with a pixel's distance each pixel is read after its neighbour was written over it.
-TEST(Copy, OpaqueAlphaSmearsWithinARow)
-{
-    uint32_t row[4] = {0x01010101, 0x02020202, 0x03030303, 0x04040404};
-    const vexlor_surface_desc surface{4, 1, 16, reinterpret_cast<uint8_t*>(row), VEXLOR_FMT_A8R8G8B8};
-    const Context ctx = make_context();
-    ctx->alpha_dst_op = 2;
-    EXPECT_EQ(vexlor_copy(ctx.get(), &surface, &surface, 0, 0, 1, 0, 3, 1), 0u);
-    EXPECT_TRUE(row[0] == 0x01010101 && row[1] == 0x010101FF && row[2] == row[1] && row[3] == row[1]);
-}
-
 namespace {
 
 using C = vexlor_context;

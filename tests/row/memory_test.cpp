@@ -1,4 +1,4 @@
-// The portable memory routines where ranges overlap, ends are odd, and copies run away.
+// The memory routines where ranges overlap, ends are odd, and copies run away.
 #include "support/arena.h"
 #include "support/model_memory.h"
 #include "vexlor.h"
@@ -68,4 +68,11 @@ TEST(Memory, AlignedCopyRunsAwayWithARest)
         EXPECT_EXIT(run_away(), testing::KilledBySignal(SIGSEGV), "") << &c - cases;
         EXPECT_EQ(std::memcmp(d, s, c.arrives), 0) << &c - cases;
     }
+}
+
+TEST(Memory, BlockCopyFaultsAtUnalignedAddresses)
+{
+    alignas(16) uint8_t s[96] = {}, d[96];
+    EXPECT_DEATH(vexlor_memcpy16_sse(d, s + 8, 64), "");
+    EXPECT_DEATH(vexlor_memcpy16_sse(d + 8, s, 64), "");
 }
