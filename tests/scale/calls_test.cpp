@@ -99,13 +99,18 @@ TEST(ScaleCalls, ReachTheLargestSizes)
     constexpr int32_t most = 32767, even = 32766;
     constexpr struct {
         int32_t length, at, part, to;
-    } axes[] = {{most, 0, even, 5}, {most, most - 1, 1, 3}, {7, 0, 6, most}, {even, even - 4, 4, 6}};
+    } axes[] = {{most, 0, even, 5},
+                {most, most - 1, 1, 3},
+                {7, 0, 6, most},
+                {even, even - 4, 4, 6},
+                {7, 0, 6, most + 1}};
     Stage stage(70, 33);
     for (const auto& [from, to] : scalable)
         for (uint32_t filter : {0u, 1u, 2u})
             for (const auto& a : axes)
                 for (bool tall : {false, true}) {
-                    if (!stage.random.one_in(VEXLOR_TEST_STEP))
+                    const bool longest = a.to > most;
+                    if (!stage.random.one_in(VEXLOR_TEST_STEP) || (longest && (filter != 1 || !tall)))
                         continue;
                     stage.refresh();
                     vexlor_context_set_filter(stage.context.get(), filter);
