@@ -29,7 +29,7 @@ constexpr Row gbl = call<vexlor_1d_copy_blend_over_gbl_8888>,
               gbl_565 = call<vexlor_1d_copy_blend_over_gbl_565>;
 constexpr Row decode = call<vexlor_1d_Y8V8Y8U8_2_X8R8G8B8>,
               decode_sse2 = call<vexlor_1d_Y8V8Y8U8_2_X8R8G8B8_sse2>,
-              encode = call<vexlor_1d_X8R8G8B8_2_U8Y8V8Y8>;
+              encode = call<vexlor_1d_X8R8G8B8_2_U8Y8V8Y8>, set = call<vexlor_memset>;
 
 // A pair of one colour, as the bytes Y V Y U lie in memory; a byte of an X8R8G8B8 pixel by its place.
 constexpr uint32_t yuv(uint32_t y, uint32_t u, uint32_t v) { return y | v << 8 | y << 16 | u << 24; }
@@ -81,6 +81,8 @@ constexpr Known known[] = {
     {decode, yuv(0, 255, 0), 0, 0, 0, rgb(0, 36, 237), 2, 2},      {decode, yuv(128, 64, 192), 0, 0, 0, rgb(233, 103, 1), 2, 2},
     {decode, yuv(16, 128, 128), 0, 0, 0, rgb(0, 0, 0), 2, 2},      {decode, yuv(235, 128, 128), 0, 0, 0, rgb(255, 255, 255), 2, 2},
     {decode, yuv(0, 128, 128), 0, 0, 0, rgb(0, 0, 0), 2, 2},
+    // What is left of a word is a half, even of one byte.
+    {set, 0x11223344, 0x01010101, 0, 0, 0x01013344, 2}, {set, 0x11223344, 0x01010101, 0, 0, 0x01013344, 1}, {set, 0x11223344, 1, 0, 0, 0x11223344, 16, 4},
     // U Y V Y
     {encode, rgb(255, 0, 0), 0, 0, 0, 90 | 82 << 8 | 239 << 16 | 82u << 24, 2}, {encode, rgb(1, 0, 0), 0, 0, 0, 127 | 16 << 8 | 128 << 16 | 16u << 24, 2},
     {encode, rgb(0, 0, 1), 0, 0, 0, 128 | 16 << 8 | 127 << 16 | 16u << 24, 2},  {encode, rgb(255, 255, 255), 0, 0, 0, 128 | 235 << 8 | 128 << 16 | 235u << 24, 2},

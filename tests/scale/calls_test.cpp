@@ -57,6 +57,8 @@ TEST(ScaleCalls, EqualTheModel)
         if (!direct && random.one_in(30)) {
             int32_t& field = *random.pick({&r.sx, &r.sy, &r.sw, &r.sh, &r.dx, &r.dy, &r.dw, &r.dh});
             field = spoiled(field, random);
+        } else if (direct && random.one_in(30)) { // drivers check nothing, and draw nothing of this
+            *random.pick({&r.sw, &r.sh, &r.dw, &r.dh}) = random.pick({0, -1, INT32_MIN});
         } else if (one_surface && (direct || !random.one_in(8)) && overlap(r)) {
             continue;
         }
