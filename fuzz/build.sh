@@ -9,7 +9,7 @@ export CFLAGS="${CFLAGS-$flags}" CXXFLAGS="${CXXFLAGS-$flags}" CC="${CC:-clang}"
 
 # Programs find what they are linked with beside them: they run in other machines than they are built in.
 cmake -S "$source" -B "$work" -G Ninja -DCMAKE_BUILD_TYPE=None -DVEXLOR_BENCH=OFF \
-    -DCMAKE_EXE_LINKER_FLAGS='-Wl,-rpath,$ORIGIN/lib' -DVEXLOR_FUZZING_ENGINE="${LIB_FUZZING_ENGINE:--fsanitize=fuzzer}"
+    -DCMAKE_BUILD_RPATH='$ORIGIN/lib' -DVEXLOR_FUZZING_ENGINE="${LIB_FUZZING_ENGINE:--fsanitize=fuzzer}"
 mkdir -p "$out/lib"
 for file in "$source"/fuzz/*.cpp; do
     name=$(basename "$file" .cpp)
