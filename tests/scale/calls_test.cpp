@@ -50,6 +50,10 @@ TEST(ScaleCalls, EqualTheModel)
             r.dw = std::min(r.sw, dst.desc.width - r.dx);
         if (random.one_in(4))
             r.dh = std::min(r.sh, dst.desc.height - r.dy);
+        if (one_surface && random.one_in(8)) { // half a pair of an odd row; the row below has the other half
+            r.sx = src.desc.width - 1;
+            r.sw = 1;
+        }
         if (one_surface && random.one_in(2))
             r.sh = 1; // filters look beside a single row, where they may have drawn
         if (r.sw > 1 && !random.one_in(4))
