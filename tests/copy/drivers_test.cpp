@@ -97,8 +97,11 @@ TEST_F(Drivers, DrawAsRowByRow)
         const auto surface = [&](uint32_t format) {
             const uint32_t row = static_cast<uint32_t>(w) * ((format & 0x3F) / 8);
             const size_t at = random.below(2) * 1000 + (random.one_in(2) ? 0 : random.below(700));
-            return vexlor_surface_desc{w, h, random.one_in(4) ? random.below(130) : row,
-                                       arena.place(0, Side::begin, at), format};
+            // Strides of other pixels, and of rows that overlap, too.
+            const uint32_t any =
+                random.one_in(4) ? random.below(130) : static_cast<uint32_t>(w) * (1 + random.below(5));
+            return vexlor_surface_desc{w, h, random.one_in(2) ? row : any, arena.place(0, Side::begin, at),
+                                       format};
         };
         vexlor_surface_desc src = surface(formats[kind][0]), dst = surface(formats[kind][1]);
         arena.randomize(random);
