@@ -81,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     fuzz::Input input(data, size);
     Walk walk;
-    constexpr int32_t units[][3] = {{4, 8, 2}, {4, 4, 1}, {2, 4, 1}, {2, 7, 1}, {1, 1, 1}, {4, 16, 2}};
+    constexpr int32_t units[][3] = {{4, 8, 2}, {4, 4, 1}, {2, 4, 1}, {2, 7, 1}, {1, 3, 1}, {4, 16, 2}};
     const auto& [in, out, pixels] = units[input.below(6)];
     model::cache::in_unit = in;
     model::cache::out_unit = out;

@@ -1,8 +1,6 @@
 // Copies, tests, blends and conversions: the result code, and every byte where a model can follow.
 #include "geometry.h"
 
-#include <optional>
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     fuzz::Input input(data, size);
@@ -10,15 +8,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     for (int calls = 0; calls < 4 && input.more(); ++calls) {
         fuzz::choose_state(input, owner.ctx);
         const uint32_t from = fuzz::choose_format(input);
-        const bool one_surface = input.one_in(4);
-        const fuzz::Memory source(input, fuzz::choose_surface(input, from), 0);
-        std::optional<fuzz::Memory> other;
-        if (!one_surface)
-            other.emplace(input,
-                          fuzz::choose_surface(input, input.one_in(2) ? from : fuzz::choose_format(input)),
-                          size_t{0});
-        const fuzz::Memory& target = one_surface ? source : *other;
-        const model::Surface &src = source.surface(), &dst = target.surface();
+        const fuzz::Pair pair(input, from, 4);
+        const model::Surface &src = pair.src(), &dst = pair.dst();
         int32_t sx, sy, dx, dy, w, h, unused;
         fuzz::choose_part(input, std::min(src.desc.width, dst.desc.width), sx, w);
         fuzz::choose_part(input, std::min(src.desc.height, dst.desc.height), sy, h);
@@ -31,17 +22,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         const uint32_t expected =
             model::Copy{owner.ctx, &src_described, &dst_described, sx, sy, dx, dy, w, h}.run();
         const bool draws = expected == 0 && !fuzz::wraps(sx, w) && !fuzz::wraps(sy, h) &&
-                           !fuzz::wraps(dx, w) && !fuzz::wraps(dy, h) &&
-                           (!model::equivalent(src.desc.format, dst.desc.format) || src.bpp() == dst.bpp());
-        if (draws && (!source.is_owned() || !target.is_owned() || !fuzz::is_quick(w, h)))
+                           !fuzz::wraps(dx, w) && !fuzz::wraps(dy, h) && pair.agree_on_size();
+        if (draws && (!pair.are_owned() || !fuzz::is_quick(w, h)))
             continue;
         const uint32_t code = vexlor_copy(owner.ctx, &src.desc, &dst.desc, sx, sy, dx, dy, w, h);
         fuzz::require(code == expected, "another result code");
-        if (draws && (!fuzz::is_portable(*owner.ctx) || !source.is_small() || !target.is_small()))
+        if (draws && (!fuzz::is_portable(*owner.ctx) || !pair.are_small()))
             continue;
-        if (source.is_small() && target.is_small())
+        if (pair.are_small())
             model::Copy{owner.ctx, &src, &dst, sx, sy, dx, dy, w, h}.run();
-        fuzz::require(source.same() && target.same(), "other bytes");
+        fuzz::require(pair.same(), "other bytes");
     }
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "support/model_draw.h"
 
 #include <memory>
+#include <optional>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -94,6 +95,35 @@ inline vexlor_surface_desc choose_surface(Input& input, uint32_t format)
     return s;
 }
 
+// The two surfaces of a call that reads one and writes one; once in `same_in` cases they are one and the same.
+class Pair {
+public:
+    Pair(Input& input, uint32_t from, uint32_t same_in)
+        : one_surface_(input.one_in(same_in)), source_(input, choose_surface(input, from), 0)
+    {
+        if (!one_surface_)
+            other_.emplace(input, choose_surface(input, input.one_in(2) ? from : choose_format(input)),
+                           size_t{0});
+    }
+    const model::Surface& src() const { return source_.surface(); }
+    const model::Surface& dst() const { return target().surface(); }
+    bool are_small() const { return source_.is_small() && target().is_small(); }
+    bool are_owned() const { return source_.is_owned() && target().is_owned(); }
+    bool same() const { return source_.same() && target().same(); }
+    // Pixels of equivalent formats are copied as they are, so two sizes of them are the caller's own fault.
+    bool agree_on_size() const
+    {
+        return !model::equivalent(src().desc.format, dst().desc.format) || src().bpp() == dst().bpp();
+    }
+
+private:
+    const Memory& target() const { return one_surface_ ? source_ : *other_; }
+
+    bool one_surface_;
+    Memory source_;
+    std::optional<Memory> other_;
+};
+
 // A part of `length`: mostly inside.
 inline void choose_part(Input& input, int32_t length, int32_t& at, int32_t& part)
 {
@@ -125,6 +155,7 @@ inline void choose_state(Input& input, vexlor_context* ctx)
     vexlor_context_set_alpha_value(ctx, static_cast<uint8_t>(input.byte()));
     vexlor_context_set_alpha_ref(ctx, static_cast<uint8_t>(input.byte()));
 }
+
 // Whether the context has the routines whose bytes the models know.
 inline bool is_portable(const vexlor_context& ctx) { return ctx.memset == vexlor_memset; }
 

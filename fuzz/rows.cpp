@@ -31,10 +31,11 @@ RowArgs choose_args(fuzz::Input& input)
               input.below(8), input.byte(), input.word()};
     a.dst_shift = input.below(2) * 24;
     a.x = static_cast<int32_t>(input.word() % 0x50000);
-    a.step = static_cast<int32_t>(input.word() % 0x30000);
+    a.step = static_cast<int32_t>(input.word() % 0x40000) - 0x10000;
     a.width = 1 + input.byte() % 64;
     a.rows = static_cast<uint32_t>(a.x >> 16) + 1 + input.below(4);
     a.pad = input.below(16);
+    a.twist = input.one_in(4) ? input.word() : 0;
     return a;
 }
 

@@ -1,14 +1,22 @@
 #!/usr/bin/env python3
 """Lines and branches of src/ that the tests of a build run through: coverage.py BUILD, a build of preset `coverage` whose
-tests have run. Prints the shares, and each line and branch that no test took."""
+tests have run. Prints the shares, each place that no test took and whose reason stands in coverage.txt, and each that has
+none, in which case it fails.
+
+A line of coverage.txt is a file, a part of a line of it, and why that line, or one side of a branch in it, is not taken;
+so reasons stay with their lines wherever these move."""
 import collections
 import json
 import pathlib
 import subprocess
 import sys
 
-root = pathlib.Path(__file__).resolve().parents[1]
+here = pathlib.Path(__file__).resolve().parent
+root = here.parent
 build = pathlib.Path(sys.argv[1]).resolve()
+reasons = [[part.strip() for part in line.split(' | ')] for line in (here / 'coverage.txt').read_text().splitlines()
+           if line and not line.startswith('#')]
+
 lines = collections.Counter()
 branches = {}
 for data in sorted((build / 'src').rglob('*.gcda')):
@@ -16,7 +24,7 @@ for data in sorted((build / 'src').rglob('*.gcda')):
                                      text=True, stderr=subprocess.DEVNULL)
     for document in report.splitlines():
         for file in json.loads(document)['files']:
-            path = (build / file['file']).resolve()
+            path = (root / file['file']).resolve() # the compiler writes paths as seen from the root
             if root / 'src' not in path.parents:
                 continue
             for line in file['lines']:
@@ -29,22 +37,35 @@ for data in sorted((build / 'src').rglob('*.gcda')):
 if not lines:
     sys.exit('coverage: no data; build preset coverage and run its tests first')
 
-missed = sorted(place for place, count in lines.items() if count == 0)
-ways = [(place, way) for (place, _), taken in branches.items() for way, count in enumerate(taken) if lines[place]]
-not_taken = sorted({place for (place, _), taken in branches.items() if lines[place] and 0 in taken})
-untaken = sum(taken.count(0) for (place, _), taken in branches.items() if lines[place])
+sides = [(place, count) for (place, _), taken in branches.items() for count in taken]
+missed = {'lines': [place for place, count in lines.items() if count == 0],
+          'branches': [place for place, count in sides if count == 0]}
+used = set()
 
 
-def share(part, whole):
-    return f'{whole - part} of {whole}, {100 * (whole - part) / max(whole, 1):.2f} %'
+def code(place):
+    return (root / place[0]).read_text().splitlines()[place[1] - 1].strip()
 
 
-def show(title, places):
-    for path, number in places:
-        print(f'{title} {path}:{number}: {(root / path).read_text().splitlines()[number - 1].strip()}')
+def reason(place):
+    for i, (path, part, why) in enumerate(reasons):
+        if path == place[0] and part in code(place):
+            used.add(i)
+            return why
+    return None
 
 
-show('not run:  ', missed)
-show('one-sided:', not_taken)
-print('lines:   ', share(len(missed), len(lines)))
-print('branches:', share(untaken, len(ways)))
+open_places = 0
+for place in sorted(set(missed['lines'] + missed['branches'])):
+    why = reason(place)
+    open_places += why is None
+    kind = 'not run' if lines[place] == 0 else 'one side'
+    print(f'{place[0]}:{place[1]}: {kind}: {code(place)}\n    {why or "NO REASON"}')
+for i in sorted(set(range(len(reasons))) - used):
+    print(f'coverage.txt: of no use here: {" | ".join(reasons[i])}')
+for name, all_of in ('lines', len(lines)), ('branches', len(sides)):
+    bare = sum(reason(place) is None for place in missed[name])
+    covered = all_of - len(missed[name])
+    print(f'{name}: {covered} of {all_of} taken, {100 * covered / all_of:.2f} %; '
+          f'{len(missed[name]) - bare} with a reason, {bare} without')
+sys.exit(open_places != 0)

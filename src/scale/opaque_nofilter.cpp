@@ -38,13 +38,18 @@ void repeat_row(const Scale& s, u8* dst, u32 bytes)
     memmove(dst + words, above + words, rest);
 }
 
-// A rectangle of one pixel at the right edge of a YUV surface of odd width samples half a pair. The other
-// half reads as the half before it.
+// A rectangle of one pixel at the right edge of a YUV surface of odd width samples half a pair.
+bool samples_half_a_pair(const Scale& s)
+{
+    return is_yuv(s.src.format) && s.from.w == 1 && s.from.x % 2 == 0 && s.from.x == s.src.width - 1;
+}
+
+// At the surface's end the other half reads as the half before it.
 class SampledRow {
 public:
     SampledRow(const Scale& s, const u8* at) : row(at)
     {
-        if (!is_yuv(s.src.format) || s.from.w != 1 || moved(at, 4) <= end_of(s.src))
+        if (!samples_half_a_pair(s) || moved(at, 4) <= end_of(s.src))
             return;
         const auto half = load<u16>(at);
         pair = u32{half} << 16 | half;
@@ -64,6 +69,8 @@ u32 draw(const Scale& s, const Walk& walk)
     if (!s.ctx.memcpy_stream)
         return VEXLOR_OK;
     const i32 ystep = step_of(s.from.h, s.to.h);
+    // Elsewhere it is the row below that has the other half, and the call may write it: units then see those before them.
+    const bool one_by_one = s.equivalent() && samples_half_a_pair(s);
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
@@ -75,7 +82,10 @@ u32 draw(const Scale& s, const Walk& walk)
         }
         previous = src;
         const SampledRow row(s, moved(src, walk.from_offset));
-        walk.span(row.data(), dst, s.dst.format, walk.count, walk.step >> 1, walk.step);
+        for (u32 k = 0; one_by_one && k < walk.count; ++k)
+            walk.span(row.data(), moved(dst, bytes_of(k, 4)), s.dst.format, 1, 0, 0);
+        if (!one_by_one)
+            walk.span(row.data(), dst, s.dst.format, walk.count, walk.step >> 1, walk.step);
     }
     return VEXLOR_OK;
 }

@@ -72,8 +72,9 @@ struct Scaling {
     uint32_t from, to, filter, alpha_op;
     int32_t sh, dh;
     int needed; // allocations without which nothing is drawn
+    uint32_t alpha_dst_op = 0;
 };
-// Blended rows need a row in between; a single row beside the surface's edge needs a strip; YUV needs a row and the cache.
+// Blended and opaque rows need a row in between; a single row beside the surface's edge needs a strip; YUV needs a row and the cache.
 // Rows that filters keep are asked for too, and are not needed.
 constexpr Scaling scalings[] = {
     {0x60000020, 0x60000020, 1, 0, 4, 4, 0},
@@ -86,6 +87,7 @@ constexpr Scaling scalings[] = {
     {0x80000050, 0xE0000020, 2, 0, 4, 2, 2},
     {0x50, 0x60000020, 1, 0, 4, 8, 2},
     {0x60000020, 0x60000020, 0, 0, 4, 4, 0},
+    {0x60000020, 0x60000020, 1, 0, 4, 4, 1, 2},
 };
 
 } // namespace
@@ -114,6 +116,7 @@ TEST(NoMemory, DrawsAllOrNothing)
             ctx->filter = c.filter;
             ctx->alpha_op = c.alpha_op;
             ctx->alpha_src = 1;
+            ctx->alpha_dst_op = c.alpha_dst_op;
             return ctx;
         };
         int needed = 0;

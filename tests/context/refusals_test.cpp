@@ -130,36 +130,3 @@ TEST_F(Refusals, GiveTheCodeOfTheFirstBrokenRule)
             }
     }
 }
-
-// Sums that wrap are no reason to refuse; nothing is drawn.
-TEST_F(Refusals, PassOverSumsThatWrap)
-{
-    for (const Path& path : paths)
-        for (int32_t Drawing::*place : {&Drawing::sx, &Drawing::sy, &Drawing::dx, &Drawing::dy}) {
-            if (path.entry == Entry::fill)
-                continue; // which reaches where its caller says
-            Drawing d = path.works;
-            d.*place = INT32_MAX;
-            EXPECT_EQ(draw(path.entry, d), 0u) << &path - paths;
-            EXPECT_TRUE(untouched()) << &path - paths;
-        }
-}
-
-// The drivers behind vexlor_scale check no rectangle, and draw nothing of an empty one.
-TEST_F(Refusals, DriversDrawNothingOfEmptyRectangles)
-{
-    for (const auto driver : {vexlor_scale_opaque_nofilter, vexlor_scale_opaque_filter,
-                              vexlor_scale_blend_over_src_nofilter, vexlor_scale_blend_over_src_filter})
-        for (int32_t Drawing::*length :
-             {&Drawing::sw, &Drawing::sh, &Drawing::dw, &Drawing::dh, &Drawing::sx})
-            for (const int32_t value : {0, length == &Drawing::sx ? 1 : -1, INT32_MAX}) {
-                Drawing d;
-                d.*length = value;
-                source.randomize(random);
-                target.randomize(random);
-                const vexlor_surface_desc src{16, 8, 64, source.place(512, Side::end, 0), a8},
-                    dst{16, 8, 64, target.place(512, Side::end, 0), a8};
-                EXPECT_EQ(driver(ctx.get(), &src, &dst, d.sx, d.sy, d.sw, d.sh, d.dx, d.dy, d.dw, d.dh), 0u);
-                EXPECT_EQ(untouched(), length != &Drawing::sx || value == INT32_MAX) << value;
-            }
-}

@@ -1,6 +1,6 @@
 // The drivers where callers use them directly: addresses, rows, and the two that look at their slot before each row.
+#include "support/arena.h"
 #include "support/recorder.h"
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -70,4 +70,64 @@ TEST_F(Drivers, StopWhenTheirSlotIsEmptiedOnTheWay)
     };
     vexlor_2d_copy_blend_over_gbl_565(ctx, &narrow, &narrow, 0, 0, 0, 0, 7, 5);
     EXPECT_EQ(rows, 4);
+}
+
+// Rows that touch are drawn as one where the routine is the library's own. Random rectangles, also within one memory,
+// against the same routines in disguise, which are called once a row.
+TEST_F(Drivers, DrawAsRowByRow)
+{
+    Random random(25);
+    Arena arena;
+    const Context disguised = make_context();
+    vexlor_context& d = *disguised;
+    d.fill_blend_over_8888 = [](auto... a) { vexlor_1d_fill_blend_over_8888(a...); };
+    d.copy_blend_over_src_pre_8888 = [](auto... a) { vexlor_1d_copy_blend_over_src_pre_8888(a...); };
+    d.copy_blend_over_gbl_8888 = [](auto... a) { vexlor_1d_copy_blend_over_gbl_8888(a...); };
+    d.copy_blend_over_gbl_565 = [](auto... a) { vexlor_1d_copy_blend_over_gbl_565(a...); };
+    d.copy_test_8888 = [](auto... a) { vexlor_1d_copy_test_8888(a...); };
+    d.copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8 = [](auto... a) {
+        vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8(a...);
+    };
+    constexpr uint32_t rgba = VEXLOR_FMT_B8G8R8A8, r565 = VEXLOR_FMT_565, yvyu = VEXLOR_FMT_Y8V8Y8U8;
+    constexpr uint32_t formats[][2] = {{rgba, rgba}, {rgba, rgba}, {rgba, rgba},
+                                       {r565, r565}, {rgba, rgba}, {yvyu, rgba}};
+    for (uint64_t i = 0; i < rounds_of(80000); ++i) {
+        const uint32_t kind = random.below(6);
+        const int32_t w = random.between(0, 12) * 2 + random.one_in(4), h = random.between(0, 5);
+        const auto surface = [&](uint32_t format) {
+            const uint32_t row = static_cast<uint32_t>(w) * ((format & 0x3F) / 8);
+            const size_t at = random.below(2) * 1000 + (random.one_in(2) ? 0 : random.below(700));
+            // Strides of other pixels, and of rows that overlap, too.
+            const uint32_t any =
+                random.one_in(4) ? random.below(130) : static_cast<uint32_t>(w) * (1 + random.below(5));
+            return vexlor_surface_desc{w, h, random.one_in(2) ? row : any, arena.place(0, Side::begin, at),
+                                       format};
+        };
+        vexlor_surface_desc src = surface(formats[kind][0]), dst = surface(formats[kind][1]);
+        arena.randomize(random);
+        for (vexlor_context* const c : {ctx, &d}) {
+            c->alpha_value = static_cast<uint8_t>(i);
+            c->alpha_test = static_cast<uint32_t>(i / 256 % 6);
+            switch (kind) {
+            case 0: vexlor_2d_fill_blend_over_8888(c, &dst, c->fill_blend_over_8888, 0, 0, w, h); break;
+            case 1:
+                vexlor_2d_copy_blend_over_src_8888(&src, &dst, c->copy_blend_over_src_pre_8888, 0, 0, 0, 0, w,
+                                                   h);
+                break;
+            case 2:
+                vexlor_2d_copy_blend_over_gbl_8888(c, &src, &dst, c->copy_blend_over_gbl_8888, 0, 0, 0, 0, w,
+                                                   h);
+                break;
+            case 3: vexlor_2d_copy_blend_over_gbl_565(c, &src, &dst, 0, 0, 0, 0, w, h); break;
+            case 4: vexlor_2d_copy_test_8888(c, &src, &dst, 0, 0, 0, 0, w, h); break;
+            default:
+                vexlor_2d_copy_blend_over_gbl_S32D32(
+                    c, &src, &dst, c->copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8, 0, 0, 0, 0, w, h);
+            }
+            src.pixels = arena.twin(src.pixels);
+            dst.pixels = arena.twin(dst.pixels);
+        }
+        ASSERT_TRUE(arena.same()) << "driver " << kind << ", " << w << 'x' << h << ", strides " << src.stride
+                                  << ' ' << dst.stride << ", at " << dst.pixels - src.pixels;
+    }
 }

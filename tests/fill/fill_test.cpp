@@ -6,9 +6,11 @@ TEST(Fill, EqualsTheModelInCodeAndEveryByte)
     const uint64_t calls_made = rounds_of(400000);
     Random random(10);
     Arena arena;
-    const Context ctx = make_context();
+    const Context portable = make_context(), simd = make_context();
+    vexlor_context_set_simd(simd.get(), true);
     uint64_t codes[10] = {};
     for (uint64_t i = 0; i < calls_made; ++i) {
+        const Context& ctx = random.one_in(4) ? simd : portable;
         random_state(ctx.get(), random);
         const uint32_t format = random.pick(formats);
         // Rows of an odd number of bytes end in a 16-bit store.
@@ -22,6 +24,8 @@ TEST(Fill, EqualsTheModelInCodeAndEveryByte)
             at[random.below(4)] = random.one_in(2) ? -1 : INT32_MIN;
         if (random.one_in(32))
             at[2 + random.below(2)] = 0;
+        if (&ctx == &simd && ctx->alpha_op == 0) // which fills other bytes
+            vexlor_context_set_alpha_op(ctx.get(), 2);
         const auto* used = random.one_in(64) ? nullptr : ctx.get();
         const auto* dst = random.one_in(64) ? nullptr : &surface;
         const auto [x, y, w, h] = at;

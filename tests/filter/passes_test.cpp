@@ -89,13 +89,17 @@ bool compare(const Kernels& set, Random& random, Arena& memory, Arena& out)
     const uint32_t stride = row_bytes + (random.one_in(2) ? 0 : random.below(9) * size);
     const uint32_t bytes = static_cast<uint32_t>(y.from - 1) * stride + row_bytes;
     const uint8_t* const first = memory.place(bytes, random.one_in(2) ? Side::begin : Side::end, 0);
-    const uint8_t* const last = first + bytes - size;
+    const uint8_t* last = first + bytes - size;
+    if (random.one_in(4)) // than which no tap reaches further
+        last -= random.below(std::min(static_cast<uint32_t>(x.from), 4u)) * size;
     memory.randomize(random);
     if (random.one_in(3)) // few values: sums fall on the limits between two results
         for (uint32_t i = 0, mask = random.next() | 0x07070707; i < bytes; ++i)
             const_cast<uint8_t*>(first)[i] &= static_cast<uint8_t>(~mask >> i % 4 * 8);
 
     vexlor_filter_params params = params_of(x, y, stride);
+    if (random.one_in(16))
+        params.xstep = 0;
     PassedRows passed(passes, params);
     for (int32_t i = 0; i < y.to; ++i) {
         const int64_t position = int64_t{i} * ((y.from << 16) / y.to);

@@ -1,5 +1,6 @@
 // Row routines of every instruction set for all values that meet in a pixel.
 #include "support/rows.h"
+#include <cfenv>
 
 namespace {
 
@@ -65,9 +66,10 @@ TEST(EveryValue, OfFills)
     });
 }
 
+// Weights above 256 go on by the same arithmetic.
 TEST(EveryValue, Of565)
 {
-    Steps{257}.each([](uint32_t step) {
+    Steps{320}.each([](uint32_t step) {
         const auto pixels = [&](uint32_t i, uint8_t* s, uint8_t* d) {
             model::store(s, static_cast<uint16_t>(i));
             model::store(d, static_cast<uint16_t>(shuffled(i, 0x9E37 + 2 * step) + step));
@@ -84,6 +86,16 @@ TEST(EveryValue, OfYuv)
         sweep(Kind::decode, pairs, {},
               [&](uint32_t i, uint8_t* s, uint8_t*) { model::store(s, every_triple(step, i)); });
     });
+}
+
+// Rows of floats round as the processor is set.
+TEST(ManyValues, OfYuvInEveryRounding)
+{
+    for (const int mode : {FE_DOWNWARD, FE_UPWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+        ASSERT_EQ(std::fesetround(mode), 0);
+        sweep(Kind::decode, pairs, {},
+              [](uint32_t i, uint8_t* s, uint8_t*) { model::store(s, i * 0x9E3779B9); });
+    }
 }
 
 TEST(EveryValue, OfRgb)

@@ -1,4 +1,4 @@
-// The portable memory routines where ranges overlap, ends are odd, and copies run away.
+// The memory routines where ranges overlap, ends are odd, and copies run away.
 #include "support/arena.h"
 #include "support/model_memory.h"
 #include "vexlor.h"
@@ -30,24 +30,6 @@ TEST(Memory, CopiesGoForwardsInWordsAndMovesAreExact)
                 }
 }
 
-TEST(Memory, SetGivesTheKnownBytes)
-{
-    constexpr struct {
-        uint32_t at, value, n;
-        uint8_t expected[12];
-    } cases[] = {{2, 0x11223344, 8, {1, 1, 0x44, 0x33, 0x44, 0x33, 0x22, 0x11, 0x44, 0x33, 1, 1}},
-                 {2, 0xABCDABCD, 6, {1, 1, 0xCD, 0xAB, 0xCD, 0xAB, 0xCD, 0xAB, 1, 1, 1, 1}},
-                 {2, 0x11223344, 1, {1, 1, 0x44, 0x33, 1, 1, 1, 1, 1, 1, 1, 1}},
-                 {0, 0x11223344, 5, {0x44, 0x33, 0x22, 0x11, 0x44, 0x33, 1, 1, 1, 1, 1, 1}},
-                 {2, 0x11223344, 0, {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}}};
-    for (const auto& c : cases) {
-        alignas(4) uint8_t bytes[12];
-        std::memset(bytes, 1, sizeof bytes);
-        vexlor_memset(bytes + c.at, c.value, c.n);
-        EXPECT_EQ(std::memcmp(bytes, c.expected, sizeof bytes), 0) << &c - cases;
-    }
-}
-
 // Calls that are not of whole units copy up to the end of memory and dies there.
 TEST(Memory, AlignedCopyRunsAwayWithARest)
 {
@@ -68,4 +50,11 @@ TEST(Memory, AlignedCopyRunsAwayWithARest)
         EXPECT_EXIT(run_away(), testing::KilledBySignal(SIGSEGV), "") << &c - cases;
         EXPECT_EQ(std::memcmp(d, s, c.arrives), 0) << &c - cases;
     }
+}
+
+TEST(Memory, BlockCopyFaultsAtUnalignedAddresses)
+{
+    alignas(16) uint8_t s[96] = {}, d[96];
+    EXPECT_DEATH(vexlor_memcpy16_sse(d, s + 8, 64), "");
+    EXPECT_DEATH(vexlor_memcpy16_sse(d + 8, s, 64), "");
 }

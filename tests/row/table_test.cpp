@@ -1,7 +1,8 @@
 // Every exported row routine, in every instruction set: the bytes of its model, and nothing outside of the row's memory.
 #include "support/rows.h"
 
-// Up to 130 pixels, in exact memory at a page's begin or end, at every alignment of either side.
+// Up to 130 pixels, in exact memory at a page's begin or end, at every alignment of either side. Slow builds leave out
+// some of them.
 TEST(Rows, EqualTheModelInExactMemory)
 {
     constexpr uint32_t negative[] = {0xFFFFFFFF, 0xFFFFFFFE, 0xFFFFFFF5, 0x80000000};
@@ -12,7 +13,8 @@ TEST(Rows, EqualTheModelInExactMemory)
             if (set != nullptr && !row.in_every_set)
                 continue;
             int drawn = 0, called = 0;
-            for (uint32_t count = 0; count <= row.most + (row.signed_count ? 4 : 0); ++count)
+            const uint32_t last = row.most + (row.signed_count ? 4 : 0);
+            for (uint32_t count = 0; count <= last; count += VEXLOR_TEST_STEP == 1 || count < 40 ? 1 : 3)
                 for (uint32_t i = 0; i < 96; i += VEXLOR_TEST_STEP == 1 && count <= 40 ? 1 : 5) {
                     const uint32_t n = count <= row.most ? count : negative[count - row.most - 1];
                     const RowArgs args = random_args(random);
@@ -42,9 +44,8 @@ TEST(Rows, AreAllInTheTable)
 {
     const auto kernels = std::count_if(std::begin(row_table::all), std::end(row_table::all),
                                        [](const AnyRow& row) { return row.in_every_set; });
-    constexpr size_t memory = 2, nearest_565 = 1, passes = 19; // which have tests of their own
-    EXPECT_EQ(static_cast<size_t>(kernels) + memory + nearest_565 + passes,
-              sizeof(vexlor::Kernels) / sizeof(void*));
+    constexpr size_t passes = 19; // which have a test of their own
+    EXPECT_EQ(static_cast<size_t>(kernels) + passes, sizeof(vexlor::Kernels) / sizeof(void*));
 }
 
 TEST(Kernels, ServeFromTheBestSet)

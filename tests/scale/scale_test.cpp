@@ -170,19 +170,22 @@ TEST(Scale, DrawsNothingThroughEmptySlots)
 {
     constexpr struct {
         uint32_t from, to, filter;
-        int pair; // of conversions, or -1 for the memory slots
+        int pair; // of conversions; -1: the memory slots, -2: the cache
         bool drawn;
     } cases[] = {
         {rgb, argb, 0, -1, false}, {r565, r565, 0, -1, false}, {yuv, yuv, 0, -1, false},
         {yuv, rgb, 0, -1, false},  {yuv, rgb, 1, -1, false},   {uyvy, uyvy, 2, -1, false},
         {rgb, argb, 1, -1, true},  {r565, r565, 2, -1, true},  {yuv, yuv, 1, 0, false},
         {uyvy, uyvy, 1, 1, false}, {yuv, argb, 2, 2, false},   {yuv, bgrx, 1, 3, false},
-        {uyvy, rgb, 1, 4, false},  {uyvy, bgrx, 1, 5, false},
+        {uyvy, rgb, 1, 4, false},  {uyvy, bgrx, 1, 5, false},  {yuv, rgb, 1, -2, false},
     };
     for (const auto& c : cases)
         for (int entry : {2 * c.pair, 2 * c.pair + 1}) {
             const Context ctx = make_context();
-            if (c.pair < 0)
+            vexlor_cache* const cache = ctx->cache;
+            if (c.pair == -2)
+                ctx->cache = nullptr;
+            else if (c.pair == -1)
                 ctx->memcpy = ctx->memcpy_stream = nullptr;
             else
                 ctx->conversions[entry] = nullptr;
@@ -191,6 +194,7 @@ TEST(Scale, DrawsNothingThroughEmptySlots)
             const Picture before = dst;
             EXPECT_EQ(scale(*ctx, src, dst, {0, 0, 4, 2, 0, 0, 4, 5}), 0u);
             EXPECT_EQ(dst.bytes != before.bytes, c.drawn) << "row " << &c - cases;
+            ctx->cache = cache;
         }
 }
 

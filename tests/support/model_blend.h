@@ -11,6 +11,7 @@ struct RowArgs {
     uint32_t g = 0, shift = 0, test = 0, reference = 0, color = 0, dst_shift = 0;
     int32_t x = 0, step = 0;               // 16.16: of spans; of filters, the row and the step of rows
     uint32_t width = 0, rows = 0, pad = 0; // of a filter's source; pad: bytes between its rows
+    uint32_t twist = 0;                    // where not 0, a filter is given what no surface has
 };
 
 namespace model {

@@ -140,54 +140,79 @@ constexpr AnyRow blocks{K,
 
 // ---- Spans: units of the source at steps. A unit of two pixels takes two of the count.
 
-inline size_t span_unit(uint32_t i, const RowArgs& a)
-{
-    return static_cast<size_t>((a.x + int64_t{i} * a.step) >> 16);
-}
-template <model::Unit Unit, uint32_t Pixels> bool run_span(Src s, Dst d, uint32_t n, const RowArgs& a)
+inline int64_t span_unit(uint32_t i, const RowArgs& a) { return (a.x + int64_t{i} * a.step) >> 16; }
+template <model::Unit Unit, uint32_t Pixels, uint32_t Size>
+bool run_span(Src s, Dst d, uint32_t n, const RowArgs& a)
 {
     RowArgs args = a;
     args.shift = a.shift % 32 == 24 ? 24 : 0;
+    if (n >= Pixels && span_unit(n / Pixels - 1, a) < 0)
+        return false;
     for (uint32_t i = 0; i < n / Pixels; ++i)
-        Unit(s + 4 * span_unit(i, a), d + size_t{4} * Pixels * i, args);
+        Unit(s + Size * span_unit(i, a), d + size_t{Size} * Pixels * i, args);
     return true;
 }
+template <uint32_t Pixels, uint32_t Size> size_t span_bytes(uint32_t n, const RowArgs& a)
+{
+    if (n < Pixels)
+        return 0;
+    return Size * (static_cast<size_t>(std::max(span_unit(0, a), span_unit(n / Pixels - 1, a))) + 1);
+}
 template <auto* Routine, auto Member, model::Unit Unit, uint32_t Pixels = 1>
-constexpr AnyRow span{
-    Kind::other,
-    false,
-    true,
-    call<Routine, Member>,
-    run_span<Unit, Pixels>,
-    [](uint32_t n, const RowArgs& a) { return n < Pixels ? 0 : 4 * (span_unit(n / Pixels - 1, a) + 1); },
-    [](uint32_t n, const RowArgs&) { return size_t{n} / Pixels * Pixels * 4; }};
+constexpr AnyRow span{Kind::other,
+                      false,
+                      true,
+                      call<Routine, Member>,
+                      run_span<Unit, Pixels, 4>,
+                      span_bytes<Pixels, 4>,
+                      [](uint32_t n, const RowArgs&) { return size_t{n} / Pixels * Pixels * 4; }};
 
 // ---- Filters: the source is a whole surface of `rows` rows; `n` pixels are made from its width.
 
+inline int64_t filter_width(const RowArgs& a) { return a.twist == 0 ? a.width : a.width % 12 + 1; }
+// Memory on either side of the surface of a twisted call, which reads around it.
+inline int64_t around(int size, const RowArgs& a)
+{
+    return a.twist == 0 ? 0 : 8 * (filter_width(a) * size + a.pad) + 400;
+}
 inline model::Filter filter_call(model::Kernel x, model::Kernel y, int size, uint32_t n, const RowArgs& a)
 {
-    const int32_t xstep = static_cast<int32_t>((a.width << 16) / std::max(n, 1u)), ystep = a.step;
-    const int64_t length = (int64_t{a.width} - 1) * size, stride = length + size + a.pad,
-                  row = (a.x >> 16) * stride;
+    uint32_t state = a.twist;
+    const auto below = [&](uint32_t most) { return ((state = state * 0x915F77F5 + 1) >> 8) % most; };
+    const auto or_any = [&](int32_t usual) {
+        return a.twist != 0 && below(4) == 0 ? static_cast<int32_t>(below(0x30000)) : usual;
+    };
+    const auto near = [&](int64_t usual) {
+        return a.twist != 0 && below(4) == 0 ? usual + (int64_t{below(7)} - 3) * size : usual;
+    };
+    const auto rows = [&](int32_t usual) { return a.twist == 0 ? usual : static_cast<int32_t>(below(4)); };
+    const auto width = static_cast<uint32_t>(filter_width(a));
+    const uint32_t step = a.twist == 0 ? (width << 16) / std::max(n, 1u) : below(0x48000) * 16 / (n + 16);
+    const auto xstep = static_cast<int32_t>(step);
+    const int32_t ystep = std::abs(a.step);
+    const int64_t length = (int64_t{width} - 1) * size, stride = length + size + a.pad, at = around(size, a),
+                  row = at + (a.x >> 16) * stride;
     return {x,
             y,
             size,
-            0,
-            (int64_t{a.rows} - 1) * stride + length,
+            near(at),
+            near(at + (int64_t{a.rows} - 1) * stride + length),
             row,
-            row + length,
-            {static_cast<uint32_t>(a.x), xstep, xstep >> 1, ystep >> 1, ystep >> 17,
-             ((ystep >> 1) + 0x1000) >> 16, (xstep >> 1) + 0x1000, n, static_cast<uint32_t>(stride)}};
+            std::max(row, near(row + length)),
+            {static_cast<uint32_t>(a.x), xstep, or_any(xstep >> 1), or_any(ystep >> 1), rows(ystep >> 17),
+             rows(((ystep >> 1) + 0x1000) >> 16), or_any((xstep >> 1) + 0x1000), n,
+             static_cast<uint32_t>(stride)}};
 }
 template <auto* Routine, model::Kernel X, model::Kernel Y, int Size>
 void call_filter(const vexlor::Kernels*, Src s, Dst d, uint32_t n, const RowArgs& a)
 {
     const model::Filter f = filter_call(X, Y, Size, n, a);
-    Routine(s, s + f.last, s + f.row, s + f.row_end, &f.params, d);
+    Routine(s + f.first, s + f.last, s + f.row, s + f.row_end, &f.params, d);
 }
 template <int Size> size_t filter_bytes(uint32_t, const RowArgs& a)
 {
-    return (size_t{a.rows} - 1) * (size_t{a.width} * Size + a.pad) + size_t{a.width} * Size;
+    const int64_t row = filter_width(a) * Size;
+    return static_cast<size_t>((int64_t{a.rows} - 1) * (row + a.pad) + row + 2 * around(Size, a));
 }
 // False when it would have to read outside of the surface.
 template <model::Kernel X, model::Kernel Y, int Size>
@@ -273,3 +298,41 @@ inline bool run_set_blocks(Src, Dst d, uint32_t n, const RowArgs& a)
 }
 template <auto* Routine, Run Model, Bytes Source, Bytes Target>
 constexpr AnyRow memory_row{Kind::other, false, false, call<Routine>, Model, Source, Target, 4 * 130 + 3};
+
+// ---- Rows that the tables of instruction sets have besides the exported ones.
+
+inline const vexlor::Kernels& set_or_best(const vexlor::Kernels* set)
+{
+    return set != nullptr ? *set : vexlor::kernels();
+}
+inline void call_set_words(const vexlor::Kernels* set, Src, Dst d, uint32_t n, const RowArgs& a)
+{
+    set_or_best(set).set_words(d, a.color, n);
+}
+inline void call_nearest_565(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
+{
+    set_or_best(set).scale_opaque_nofilt_565(s, d, VEXLOR_FMT_565, n, a.x, a.step);
+}
+inline void set_unit(Src, Dst d, const RowArgs& a) { model::store(d, a.color); }
+inline void copy_half(Src s, Dst d, const RowArgs&) { model::store(d, model::load<uint16_t>(s)); }
+
+// Up to three rows of n bytes.
+struct Streamed {
+    uint32_t rows, src_stride, dst_stride;
+    Streamed(uint32_t n, const RowArgs& a)
+        : rows(a.test % 4), src_stride(n + a.pad), dst_stride(n + a.dst_shift % 32)
+    {}
+    size_t bytes(uint32_t n, uint32_t stride) const { return rows == 0 ? 0 : size_t{rows - 1} * stride + n; }
+};
+inline void call_streaming(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
+{
+    const Streamed c(n, a);
+    set_or_best(set).copy_rows_streaming(d, c.dst_stride, s, c.src_stride, n, c.rows);
+}
+inline bool run_streaming(Src s, Dst d, uint32_t n, const RowArgs& a)
+{
+    const Streamed c(n, a);
+    for (uint32_t i = 0; i < c.rows; ++i)
+        std::memmove(d + size_t{i} * c.dst_stride, s + size_t{i} * c.src_stride, n);
+    return true;
+}

@@ -101,6 +101,11 @@ inline constexpr AnyRow all[] = {
     memory_row<vexlor_memcpy16_sse, run_by_length<64, run_words, run_copied_blocks>, by_length<64, word_bytes, block_bytes>, by_length<64, word_bytes, block_bytes>>,
     memory_row<vexlor_memcpy_stream_sse, run_by_length<128, run_words, run_exact>, by_length<128, word_bytes, exact_bytes>, by_length<128, word_bytes, exact_bytes>>,
     memory_row<vexlor_memset_stream_sse, run_by_length<128, run_set, run_set_blocks>, no_bytes, by_length<128, even_bytes, exact_bytes>>,
+
+    {Kind::other, false, true, call_set_words, run_units<set_unit, fill_32>, src_of<fill_32>, dst_of<fill_32>},
+    {Kind::other, false, true, call_nearest_565, run_span<copy_half, 1, 2>, span_bytes<1, 2>, dst_of<pixel_16>},
+    {Kind::other, false, true, call_streaming, run_streaming, [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).src_stride); },
+     [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).dst_stride); }, 4 * 130 + 3},
 };
 
 } // namespace row_table

@@ -15,7 +15,7 @@ bool one_surface(const Surface& a, const Surface& b)
 
 bool inside(const Surface& s, int64_t x, int64_t y, int64_t w, int64_t h)
 {
-    return x + w <= s.desc.width && y + h <= s.desc.height;
+    return w > 0 && h > 0 && x + w <= s.desc.width && y + h <= s.desc.height;
 }
 
 int64_t place(const Surface& s, int64_t x, int64_t y) { return y * s.desc.stride + x * s.bpp(); }

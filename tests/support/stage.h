@@ -30,6 +30,12 @@ public:
     {
         context = make_context();
         scaler_ = {};
+        if (random.one_in(3))
+            context->memcpy = vexlor_memcpy16_sse; // as with SIMD, the row cache has rows at multiples of 16
+        if (random.one_in(3))                      // the same bytes from converters that nobody knows
+            context->conversions[1] = context->conversions[5] = [](const void* s, void* d, int32_t n) {
+                vexlor_1d_Y8V8Y8U8_2_X8R8G8B8(s, d, n);
+            };
     }
 
     // Scales between surfaces that lie in `source` and `target`, through the entry or through one driver.

@@ -15,6 +15,10 @@ TEST(Packing, HasExactConstants)
     };
     for (const auto& c : constants)
         EXPECT_EQ(std::bit_cast<uint32_t>(c.value), c.bits);
+    constexpr float to_rgb[7] = {16, 128, 1.164f, 2.018f, 1.596f, -0.391f, -0.813f};
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(VEXLOR_YUV_2_RGB_SSE2_CONSTS) % 16, 0u);
+    for (size_t i = 0; i < 28; ++i)
+        EXPECT_EQ(VEXLOR_YUV_2_RGB_SSE2_CONSTS[i / 4][i % 4], to_rgb[i / 4]) << i;
 }
 
 TEST(Packing, GoesThereAndBackForEveryField)

@@ -1,0 +1,75 @@
+// Pictures that fill the caches, from 16 MiB on, take ways of their own; long runs of one colour do, too.
+#include "support/random.h"
+#include "support/recorder.h"
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr uint8_t untouched = 0xA5;
+
+struct Picture {
+    Picture(uint32_t f, int32_t w, int32_t h, uint32_t gap)
+        : row(static_cast<uint32_t>(w) * ((f & 0x3F) / 8)), stride(row + gap),
+          bytes(size_t{stride} * static_cast<uint32_t>(h), untouched), desc{w, h, stride, bytes.data(), f}
+    {}
+    // Rows of which every eighth is the same.
+    void draw(Random& random)
+    {
+        random.fill(bytes.data(), 8 * stride);
+        for (size_t at = 8 * stride; at < bytes.size(); ++at)
+            bytes[at] = bytes[at - 8 * stride];
+    }
+    const uint8_t* at(int32_t y) const { return bytes.data() + stride * static_cast<size_t>(y); }
+    // Whether the rows and the gap behind them are as they should be.
+    bool shows(int32_t y, const uint8_t* should) const
+    {
+        const uint8_t* const gap = at(y) + row;
+        return std::memcmp(at(y), should, row) == 0 &&
+               std::count(gap, at(y) + stride, untouched) == at(y) + stride - gap;
+    }
+
+    uint32_t row, stride;
+    std::vector<uint8_t> bytes;
+    vexlor_surface_desc desc;
+};
+
+} // namespace
+
+TEST(LargePictures, AreFilledAndCopied)
+{
+    Random random(91);
+    const Context ctx = make_context();
+    for (const uint32_t gap : {0u, 36u}) {
+        Picture src(VEXLOR_FMT_X8R8G8B8, 3000, 1500, gap / 2), dst(VEXLOR_FMT_X8R8G8B8, 3000, 1500, gap);
+        src.draw(random);
+        EXPECT_EQ(vexlor_copy(ctx.get(), &src.desc, &dst.desc, 0, 0, 0, 0, 3000, 1500), 0u);
+        for (int32_t y = 0; y < 1500; ++y)
+            ASSERT_TRUE(dst.shows(y, src.at(y))) << y;
+        const std::vector<uint32_t> colour(3000, ctx->color = 0x12345678);
+        EXPECT_EQ(vexlor_fill(ctx.get(), &dst.desc, 0, 0, 3000, 1500), 0u);
+        for (int32_t y = 0; y < 1500; ++y)
+            ASSERT_TRUE(dst.shows(y, reinterpret_cast<const uint8_t*>(colour.data()))) << y;
+    }
+}
+
+// Rows repeat in the source, so a picture of few rows shows what all of them should be.
+TEST(LargePictures, AreScaledAsSmallOnes)
+{
+    constexpr uint32_t kinds[][2] = {{VEXLOR_FMT_565, VEXLOR_FMT_565},
+                                     {VEXLOR_FMT_A8R8G8B8, VEXLOR_FMT_A8R8G8B8},
+                                     {VEXLOR_FMT_U8Y8V8Y8, VEXLOR_FMT_B8G8R8A8}};
+    constexpr int32_t height = 2100, few = 24;
+    Random random(92);
+    const Context ctx = make_context();
+    vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_MEAN);
+    for (const auto& [from, to] : kinds) {
+        const int32_t width = to == VEXLOR_FMT_565 ? 4002 : 2002;
+        Picture src(from, 1000, height, 0), small(to, width, few, 0), large(to, width, height, 20);
+        src.draw(random);
+        EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &small.desc, 0, 0, 1000, few, 0, 0, width, few), 0u);
+        EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &large.desc, 0, 0, 1000, height, 0, 0, width, height),
+                  0u);
+        for (int32_t y = 0; y < height - 1; ++y)
+            ASSERT_TRUE(large.shows(y, small.at(y % 8))) << from << ' ' << y;
+    }
+}
