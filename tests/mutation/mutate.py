@@ -322,7 +322,7 @@ def main():
         ahead = collections.deque()
         rest = iter(order)
         while sum(results[key(m)]['verdict'] in ('killed', 'survived') for m in counted) < chosen.count:
-            while len(ahead) < chosen.jobs and (mutant := next(rest, None)):
+            while len(ahead) < 8 * chosen.jobs and (mutant := next(rest, None)):
                 known = results.get(key(mutant))
                 if chosen.report or known and not (chosen.again and known['verdict'] == 'survived'):
                     ahead.append((mutant, None))
