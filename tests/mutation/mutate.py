@@ -4,8 +4,8 @@ these mutants the tests kill.
 
 The library and the tests are built once, in build/mutation; a mutant is compiled by the objects that see its file, and
 one link. The tables of row kernels, isa/*.cpp, are built from one object per folder of kernels, as most mutants are
-seen by one of them. What kills runs first: the tests that killed mutants of the same file or folder, on the AVX2
-objects alone; then all objects and all tests, at every eighth step of their sweeps. What survives that runs the whole
+seen by one of them. What kills runs first: the tests that killed mutants of the same file or folder, in a library
+of AVX2 kernels alone; then all objects and all tests, at every eighth step of their sweeps. What survives that runs the whole
 default suite at the end (--default). Mutants that compile to the same machine code are no mutants. isa/avx512.cpp is
 left out.
 
@@ -114,7 +114,8 @@ def copy_sources(target):
 
 
 def split_table(source, parts):
-    """The kernels' table of each instruction set as one file per folder of kernels, and one that joins them."""
+    """The kernels' table of each instruction set as one file per folder of kernels, and one that joins them; and one
+    that gives the baseline the AVX2 kernels."""
     table = (source / 'src/isa/table.h').read_text()
     headers = [h for h in re.findall(r'#include "(.*)"', table) if h != 'isa/kernels.h']
 
@@ -134,13 +135,15 @@ def split_table(source, parts):
                 f'namespace vexlor {{\nextern const Kernels {instructions}_{folder};\n'
                 f'const Kernels {instructions}_{folder} = {{\n' +
                 ''.join(f'    .{field} = {value},\n' for field, value in lines) + '};\n}\n')
-        (parts / f'{instructions}.cpp').write_text(
+    for name, instructions, table in (('baseline', 'baseline', 'baseline'), ('avx2', 'avx2', 'avx2'),
+                                      ('single', 'avx2', 'baseline')):
+        (parts / f'{name}.cpp').write_text(
             '#include "isa/kernels.h"\nnamespace vexlor {\n' +
             ''.join(f'extern const Kernels {instructions}_{folder};\n' for folder in entries) +
             'static Kernels joined()\n{\n    Kernels all{};\n' +
             ''.join(f'    all.{field} = {instructions}_{folder}.{field};\n'
                     for folder, lines in entries.items() for field, _ in lines) +
-            f'    return all;\n}}\n__attribute__((init_priority(101))) const Kernels {instructions}_kernels = joined();\n}}\n')
+            f'    return all;\n}}\n__attribute__((init_priority(101))) const Kernels {table}_kernels = joined();\n}}\n')
     return list(entries)
 
 
@@ -164,13 +167,14 @@ class Quick:
                 self.commands[file] = [words[0], *flags], build / words[words.index('-o') + 1]
             elif '/vexlor_objects.dir/' in entry['command']:
                 isa = file.stem if file.parent.name == 'isa' and file.stem in ('baseline', 'avx2') else None
-                for one in [parts / f'{file.stem}.cpp', *(parts / f'{file.stem}_{f}.cpp' for f in folders)] if isa else [file]:
+                names = [file.stem, *(f'{file.stem}_{f}' for f in folders), *(['single'] if isa == 'avx2' else [])]
+                for one in [parts / f'{name}.cpp' for name in names] if isa else [file]:
                     self.commands[one] = [words[0], *flags], objects / f'{one.parent.name}_{one.stem}.o'
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
             list(pool.map(self.compile_unchanged, self.commands))
         libraries = [build / 'tools/golden/libvexlor_golden.a', *(build / 'lib' / f'libgtest{m}.a' for m in ('_main', ''))]
         self.link = [p for p in libraries if p.exists()]
-        if why := self.tests({}, objects):
+        if why := self.tests({}, objects, ['*'], 'baseline') or self.tests({}, objects, ['*']):
             sys.exit(f'mutate: the unchanged sources fail: {why}')
 
     def compile_unchanged(self, file):
@@ -195,31 +199,31 @@ class Quick:
                 changed[unchanged] = out
         return True
 
-    def tests(self, changed, folder, first='', only_first=False):
+    def tests(self, changed, folder, filters, left_out='single'):
         program = folder / 'tests'
-        objects = [changed.get(out, out) for _, out in self.commands.values()]
+        objects = [changed.get(out, out) for file, (_, out) in self.commands.items() if self.instructions(file) != left_out]
         if run(['c++', '-o', program, *objects, *self.link, '-lpthread']).returncode != 0:
             return 'the link'
-        filters = [first] if first else []
-        if not only_first:
-            filters.append('*' + (f'-{first}' if first else ''))
         return next(filter(None, (killed_by(self.seconds, [program, f'--gtest_filter={f}'], cwd=folder) for f in filters)), '')
 
-    def verdict(self, overlay, file, text, first):
+    def verdict(self, overlay, file, text, likely):
+        """Whatever runs was built from the mutant in whole: a constant may be wrong in two places to the same effect."""
         shutil.rmtree(overlay / 'src', ignore_errors=True)
         (overlay / file).parent.mkdir(parents=True)
         (overlay / file).write_text(text)
-        changed, tested = {}, {}
-        for instructions in ('', 'avx2', 'baseline'):
-            names = [n for n in self.seen_by[file] if self.instructions(n) == instructions]
-            if not self.compile(overlay, file, names, changed):
-                return 'invalid', ''
-            if first and changed.keys() != tested.keys() and (killer := self.tests(changed, overlay, first, True)):
-                return 'killed', killer
-            tested = dict(changed)
+        changed = {}
+        sees = collections.defaultdict(list)
+        for name in self.seen_by[file]:
+            sees[self.instructions(name)].append(name)
+        if not self.compile(overlay, file, sees[''] + sees['avx2'] + sees['single'], changed):
+            return 'invalid', ''
+        if changed and likely and (killer := self.tests(changed, overlay, [likely], 'baseline')):
+            return 'killed', killer
+        if not self.compile(overlay, file, sees['baseline'], changed):
+            return 'invalid', ''
         if not changed:
             return 'equivalent', ''
-        killer = self.tests(changed, overlay, first)
+        killer = self.tests(changed, overlay, [likely, f'*-{likely}'] if likely else ['*'])
         return ('killed' if killer else 'survived'), killer
 
     def instructions(self, file):
