@@ -1,6 +1,5 @@
 // The drivers where callers use them directly: addresses, rows, and the two that look at their slot before each row.
-#include "support/recorder.h"
-#include <gtest/gtest.h>
+#include "support/scene.h"
 
 namespace {
 
@@ -70,4 +69,57 @@ TEST_F(Drivers, StopWhenTheirSlotIsEmptiedOnTheWay)
     };
     vexlor_2d_copy_blend_over_gbl_565(ctx, &narrow, &narrow, 0, 0, 0, 0, 7, 5);
     EXPECT_EQ(rows, 4);
+}
+
+// Rows that touch in both surfaces are one row to the library's own routines. At any strides, those of other pixels and of
+// rows that overlap too, the bytes are those of row after row.
+TEST_F(Drivers, DrawRowAfterRowAtAnyStrides)
+{
+    constexpr int32_t w = 6, h = 3;
+    constexpr uint32_t n = w, g = 129;
+    set_state(ctx, 2, 0, 1);
+    ctx->alpha_ref = 100;
+    ctx->alpha_test = 1;
+    Random random(19);
+    Arena source, target;
+    for (uint32_t bytes = 0; bytes < 25; ++bytes)
+        for (int driver = 0; driver < 5; ++driver) {
+            const uint32_t from = driver == 0 ? VEXLOR_FMT_565 : driver == 1 ? yuv.format : argb.format;
+            const uint32_t to = driver == 0 ? from : argb.format;
+            const vexlor_surface_desc src{w, h, n * (1 + bytes / 5), source.place(200, Side::begin, 0), from};
+            const vexlor_surface_desc dst{w, h, n * (1 + bytes % 5), target.place(200, Side::begin, 0), to};
+            source.randomize(random);
+            target.randomize(random);
+            for (uint32_t y = 0; y < h; ++y) {
+                const uint8_t* const s = source.twin(src.pixels + y * src.stride);
+                uint8_t* const d = target.twin(dst.pixels + y * dst.stride);
+                const auto* const s32 = reinterpret_cast<const uint32_t*>(s);
+                auto* const d32 = reinterpret_cast<uint32_t*>(d);
+                if (driver == 0)
+                    vexlor_1d_copy_blend_over_gbl_565(reinterpret_cast<const uint16_t*>(s),
+                                                      reinterpret_cast<uint16_t*>(d), n, g);
+                else if (driver == 1)
+                    vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8(s, d, w, g);
+                else if (driver == 2)
+                    vexlor_1d_copy_blend_over_src_8888(s32, d32, n, 0);
+                else if (driver == 3)
+                    vexlor_1d_copy_blend_over_gbl_8888(s32, d32, n, g, 0);
+                else
+                    vexlor_1d_copy_test_8888(s32, d32, n, 1, 100, 0);
+            }
+            if (driver == 0)
+                vexlor_2d_copy_blend_over_gbl_565(ctx, &src, &dst, 0, 0, 0, 0, w, h);
+            else if (driver == 1)
+                vexlor_2d_copy_blend_over_gbl_S32D32(
+                    ctx, &src, &dst, vexlor_1d_copy_blend_over_gbl_Y8V8Y8U8_2_A8R8G8B8, 0, 0, 0, 0, w, h);
+            else if (driver == 2)
+                vexlor_2d_copy_blend_over_src_8888(&src, &dst, vexlor_1d_copy_blend_over_src_8888, 0, 0, 0, 0,
+                                                   w, h);
+            else if (driver == 3)
+                vexlor_2d_copy_blend_over_gbl_8888(ctx, &src, &dst, vexlor_1d_copy_blend_over_gbl_8888, 0, 0,
+                                                   0, 0, w, h);
+            else
+                vexlor_2d_copy_test_8888(ctx, &src, &dst, 0, 0, 0, 0, w, h);
+            ASSERT_TRUE(target.same_as_twin(dst.pixels)) << "driver " << driver << ", strides " << bytes;
+        }
 }

@@ -151,10 +151,10 @@ class Quick:
     """Objects of the unchanged sources, and the tests of mutants by what differs from them. clang compiles fastest, where
     it is there: by its objects most mutants are killed."""
 
-    def __init__(self, work, seconds):
+    def __init__(self, work, seconds, step):
         self.seconds, self.source, self.build, self.objects = seconds, work / 'source', work / 'quick', work / 'objects'
         must(['cmake', '-S', self.source, '-B', self.build, '-G', 'Ninja', '-DVEXLOR_TOOLS=OFF', '-DCMAKE_BUILD_TYPE=Release',
-              '-DCMAKE_CXX_FLAGS_RELEASE=-O1', '-DVEXLOR_TEST_STEP=8'], 'the build could not be configured')
+              '-DCMAKE_CXX_FLAGS_RELEASE=-O1', f'-DVEXLOR_TEST_STEP={step}'], 'the build could not be configured')
         must(['ninja', '-C', self.build, '-j2', 'vexlor_tests'], 'the unchanged sources do not build')
         parts = work / 'parts'
         folders = split_table(self.source, parts)
@@ -307,7 +307,8 @@ def main():
     options.add_argument('--seconds', type=int, default=60, help='processor time for the tests of a mutant (default: 60)')
     options.add_argument('--jobs', type=int, default=1, help='mutants at a time')
     options.add_argument('--default', action='store_true', help='run the whole suite for what survives')
-    options.add_argument('--again', action='store_true', help='try survivors once more')
+    options.add_argument('--again', action='store_true', help='try survivors once more, but for those of the same bytes')
+    options.add_argument('--step', type=int, default=8, help='of the sweeps of the quick tests (default: 8; 1 is all)')
     options.add_argument('--report', action='store_true', help='say what is known, and try nothing')
     options.add_argument('--only', default='', help='files whose name contains this')
     options.add_argument('--work', type=pathlib.Path, default=root / 'build' / 'mutation')
@@ -322,12 +323,23 @@ def main():
     results = {}
     if log.exists():
         results = {tuple(r['mutant']): r for r in map(json.loads, log.read_text().splitlines())}
-    quick = None if chosen.report else Quick(work, chosen.seconds)
+    quick = None if chosen.report else Quick(work, chosen.seconds, chosen.step)
     killers = collections.defaultdict(collections.Counter)
     lock, free = threading.Lock(), [work / f'mutant-{i}' for i in range(chosen.jobs)]
 
     def key(mutant):
         return (str(mutant[0]), *mutant[1:])
+
+    known = explanations()
+
+    def explained(mutant):
+        file, line = mutant[:2]
+        old = texts[file].split('\n')[line].strip()
+        new = mutated(texts[file], *mutant[1:]).split('\n')[line].strip()
+        return old, new, known.get((str(file), old, new), 'not explained')
+
+    def is_same(mutant):
+        return explained(mutant)[2].startswith('Same bytes')
 
     def note(mutant, verdict, killer, started):
         result = {'mutant': key(mutant), 'verdict': verdict, 'killer': killer,
@@ -363,8 +375,8 @@ def main():
         rest = iter(order)
         while sum(results[key(m)]['verdict'] in ('killed', 'survived') for m in counted) < chosen.count:
             while len(ahead) < 8 * chosen.jobs and (mutant := next(rest, None)):
-                known = results.get(key(mutant))
-                if chosen.report or known and not (chosen.again and known['verdict'] == 'survived'):
+                before = results.get(key(mutant))
+                if chosen.report or before and not (chosen.again and before['verdict'] == 'survived' and not is_same(mutant)):
                     ahead.append((mutant, None))
                 else:
                     ahead.append((mutant, pool.submit(attempt, mutant)))
@@ -375,7 +387,7 @@ def main():
                 future.result()
             if key(mutant) in results:
                 counted.append(mutant)
-    survivors = [m for m in counted if results[key(m)]['verdict'] == 'survived']
+    survivors = [m for m in counted if results[key(m)]['verdict'] == 'survived' and not is_same(m)]
     if chosen.default and survivors:
         default = Default(work, texts)
         for mutant in survivors:
@@ -384,15 +396,12 @@ def main():
             note(mutant, 'killed' if killer else 'survived', killer, started)
 
     counts = collections.Counter(results[key(m)]['verdict'] for m in counted)
-    tried, known, same = counts['killed'] + counts['survived'], explanations(), 0
+    tried, same = counts['killed'] + counts['survived'], 0
     for mutant in counted:
         if results[key(mutant)]['verdict'] == 'survived':
-            file, line = mutant[:2]
-            old = texts[file].split('\n')[line].strip()
-            new = mutated(texts[file], *mutant[1:]).split('\n')[line].strip()
-            why = known.get((str(file), old, new), 'not explained')
-            same += why.startswith('Same bytes')
-            print(f'{file}:{line + 1}\n- {old}\n+ {new}\n{why}')
+            old, new, why = explained(mutant)
+            same += is_same(mutant)
+            print(f'{mutant[0]}:{mutant[1] + 1}\n- {old}\n+ {new}\n{why}')
     print(f"{counts['killed']} of {tried} mutants killed, {100 * counts['killed'] / max(tried, 1):.1f} %, "
           f"{100 * counts['killed'] / max(tried - same, 1):.1f} % without the {same} that provably write the same bytes; "
           f"{counts['equivalent']} with the same code and {counts['invalid']} that do not compile are left out")

@@ -12,8 +12,10 @@ inline RowArgs random_args(Random& random)
     RowArgs a{random.weight(256), random.pick(shifts),
               random.below(8),    random.one_in(2) ? random.pick(references) : random.below(256),
               random.next(),      random.pick(shifts)};
-    a.x = random.between(0, 0x50000);
-    a.step = random.between(0, random.one_in(2) ? 0x20000 : 0x60000);
+    a.x = random.one_in(4) ? random.between(0, 5) << 16 : random.between(0, 0x50000);
+    const int32_t whole[] = {0x8000, 0x10000, 0x20000}; // and their neighbours, which are nearly as regular
+    a.step = random.one_in(4) ? random.pick(whole) + random.between(-1, 1)
+                              : random.between(0, random.one_in(2) ? 0x20000 : 0x60000);
     a.width = 1 + random.below(130);
     a.rows = static_cast<uint32_t>(a.x >> 16) + 1 + random.below(3);
     a.pad = random.pick(pads);
