@@ -8,7 +8,7 @@
 // Known formats, and codes that differ from them in one way that the library looks at: size, bits, family.
 inline constexpr uint32_t formats[] = {0x00000010, 0x00000050, 0x80000050, 0x20000020, 0x60000020,
                                        0xA0000020, 0xE0000020, 0x00000008, 0x00000018, 0x20000010,
-                                       0x40000020, 0x30000020, 0x60000024, 0x00000000};
+                                       0x40000020, 0x30000020, 0x60000021, 0x00000000};
 
 // With `slack`, that many bytes behind the last pixel may be touched. Some strides are those of wider pixels.
 inline model::Surface random_surface(Arena& arena, Random& random, uint32_t format, uint32_t slack = 0,
