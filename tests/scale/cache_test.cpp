@@ -34,8 +34,8 @@ struct Cache : testing::Test {
 
 TEST_F(Cache, EqualsTheModelInRandomWalks)
 {
-    const std::tuple<int32_t, int32_t, int32_t> kinds[] = {
-        {4, 8, 2}, {4, 8, 2}, {4, 4, 1}, {2, 4, 1}, {2, 7, 1}};
+    const std::tuple<int32_t, int32_t, int32_t> kinds[] = {{4, 8, 2}, {4, 8, 2}, {4, 4, 1},
+                                                           {2, 4, 1}, {2, 7, 1}, {1, 3, 1}};
     constexpr int64_t stride = 150, height = 60;
     Random random(17);
     std::vector<uint8_t> picture(stride * (height + 2));
