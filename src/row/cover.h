@@ -35,10 +35,11 @@ template <u32 Bytes, class V> inline V load_part(const void* at)
 {
     if constexpr (Bytes == 16)
         return load<V>(at);
-    else if constexpr (Bytes % 4 == 2 && Bytes > 2)
-        return reinterpret_cast<V>(_mm_insert_epi16(load_part<Bytes - 2, __m128i>(at),
-                                                    load<u16>(moved(at, Bytes - 2)), Bytes / 2 - 1));
-    else if constexpr (Bytes == 12)
+    else if constexpr (Bytes % 4 == 2 && Bytes > 2) {
+        const auto whole_words = load_part<Bytes - 2, __m128i>(at);
+        const u16 rest = load<u16>(moved(at, Bytes - 2));
+        return reinterpret_cast<V>(_mm_insert_epi16(whole_words, rest, Bytes / 2 - 1));
+    } else if constexpr (Bytes == 12)
         return reinterpret_cast<V>(
             _mm_unpacklo_epi64(load_part<8, __m128i>(at), load_part<4, __m128i>(moved(at, 8))));
     else if constexpr (Bytes == 8)

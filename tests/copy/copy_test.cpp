@@ -14,16 +14,19 @@ TEST(Copy, EqualsTheModelInCodeAndEveryByte)
         random_state(ctx.get(), random);
         const uint32_t from = random.pick(formats), to = random.one_in(2) ? from : random.pick(formats);
         model::Surface src = random_surface(src_arena, random, from),
-                       dst = random_surface(dst_arena, random, to);
+                       dst = random_surface(dst_arena, random, to, 0, random.one_in(4) ? src.desc.width : 0);
         const bool same = from == to && random.one_in(2);
         if (same)
             src = dst;
-        else if (random.one_in(8))
-            (random.one_in(2) ? src : dst).desc.stride /= 2; // the memory is more than needed then
+        else if (random.one_in(8)) { // the memory is more than needed then
+            uint32_t& stride = (random.one_in(2) ? src : dst).desc.stride;
+            stride = stride * (1 + random.below(3)) / 4;
+        }
         src_arena.randomize(random);
         dst_arena.randomize(random);
         int32_t at[6]; // sx, sy, dx, dy, w, h
-        at[4] = random.between(1, std::min(src.desc.width, dst.desc.width));
+        const int32_t widest = std::min(src.desc.width, dst.desc.width);
+        at[4] = random.one_in(4) ? widest : random.between(1, widest);
         at[5] = random.between(1, std::min(src.desc.height, dst.desc.height));
         at[0] = random.between(0, src.desc.width - at[4]);
         at[1] = random.between(0, src.desc.height - at[5]);

@@ -49,13 +49,13 @@ TEST(Fill, GoesThroughItsSlots)
         uint32_t format, alpha_op, alpha_dst_op;
         bool blends;
         uint64_t color, count; // as they arrive
-    } cases[] = {{slot<&C::memset>, rgb, 0, 0, false, 0x00ABCDEF, 20},
-                 {slot<&C::memset>, rgb, 0, 2, false, 0xFFABCDEF, 5},
-                 {slot<&C::memset>, VEXLOR_FMT_565, 0, 7, false, 0xCDEFCDEF, 10},
-                 {slot<&C::fill_blend_over_8888>, rgb, 2, 0, true, 0x00ABCDEF, 5},
-                 {slot<&C::fill_blend_over_arepl_8888>, rgb, 2, 1, true, 0x00ABCDEF, 5},
-                 {slot<&C::fill_blend_over_aone_8888>, rgb, 2, 2, true, 0x00ABCDEF, 5}};
-    Random random(12);
+    } cases[] = {{slot<&C::memset>, rgb, 0, 0, false, 0x00ABCDEF, 16},
+                 {slot<&C::memset>, rgb, 0, 2, false, 0xFFABCDEF, 4},
+                 {slot<&C::memset>, VEXLOR_FMT_565, 0, 7, false, 0xCDEFCDEF, 8},
+                 {slot<&C::fill_blend_over_8888>, rgb, 2, 0, true, 0x00ABCDEF, 4},
+                 {slot<&C::fill_blend_over_arepl_8888>, rgb, 2, 1, true, 0x00ABCDEF, 4},
+                 {slot<&C::fill_blend_over_aone_8888>, rgb, 2, 2, true, 0x00ABCDEF, 4}};
+    Random random(12); // rows of whole blocks, which the library's own routines would write together
     Arena arena;
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
@@ -63,18 +63,18 @@ TEST(Fill, GoesThroughItsSlots)
         ctx->color = 0x00ABCDEF;
         set_state(ctx.get(), c.alpha_op, 0, c.alpha_dst_op);
         arena.randomize(random);
-        const vexlor_surface_desc dst{8, 4, 40, arena.place(160, Side::end, 0), c.format};
-        const uint64_t first = number(dst.pixels) + 40 + 2 * ((c.format & 0x3F) / 8);
+        const vexlor_surface_desc dst{8, 4, 48, arena.place(192, Side::end, 0), c.format};
+        const uint64_t first = number(dst.pixels) + 48 + 4 * ((c.format & 0x3F) / 8);
 
         calls.clear();
         c.slot.record(ctx.get());
-        EXPECT_EQ(vexlor_fill(ctx.get(), &dst, 2, 1, 5, 2), 0u);
+        EXPECT_EQ(vexlor_fill(ctx.get(), &dst, 4, 1, 4, 2), 0u);
         ASSERT_EQ(calls.size(), 2u);
         for (uint32_t row : {0u, 1u})
-            EXPECT_EQ(calls[row], c.blends ? Call({c.color, first + 40 * row, c.count, 129, 24})
-                                           : Call({first + 40 * row, c.color, c.count}));
+            EXPECT_EQ(calls[row], c.blends ? Call({c.color, first + 48 * row, c.count, 129, 24})
+                                           : Call({first + 48 * row, c.color, c.count}));
         c.slot.empty(ctx.get());
-        EXPECT_EQ(vexlor_fill(ctx.get(), &dst, 2, 1, 5, 2), 0u);
+        EXPECT_EQ(vexlor_fill(ctx.get(), &dst, 4, 1, 4, 2), 0u);
         EXPECT_TRUE(arena.same());
     }
 }

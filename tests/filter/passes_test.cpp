@@ -98,12 +98,14 @@ bool compare(const Kernels& set, Random& random, Arena& memory, Arena& out)
             const_cast<uint8_t*>(first)[i] &= static_cast<uint8_t>(~mask >> i % 4 * 8);
 
     vexlor_filter_params params = params_of(x, y, stride);
-    if (random.one_in(16))
-        params.xstep = 0;
+    if (random.one_in(8))
+        params.xstep = random.one_in(2) ? 0 : params.xstep - 1;
     PassedRows passed(passes, params);
     for (int32_t i = 0; i < y.to; ++i) {
         const int64_t position = int64_t{i} * ((y.from << 16) / y.to);
         params.ypos = static_cast<uint32_t>(position);
+        if (random.one_in(8)) // the rows that are read stay
+            params.ypos = (params.ypos & ~0xFFFFu) | random.pick({0u, 1u, 0xFFFFu});
         const uint8_t* const row = first + (position >> 16) * stride;
         const FilterPlace place{first, last, row, row + row_bytes - size};
         uint8_t* const pixels = out.place(params.count * size, Side::end, 0);

@@ -8,15 +8,17 @@
 // Known formats, and codes that differ from them in one way that the library looks at: size, bits, family.
 inline constexpr uint32_t formats[] = {0x00000010, 0x00000050, 0x80000050, 0x20000020, 0x60000020,
                                        0xA0000020, 0xE0000020, 0x00000008, 0x00000018, 0x20000010,
-                                       0x40000020, 0x30000020, 0x60000024, 0x00000000};
+                                       0x40000020, 0x30000020, 0x60000021, 0x00000000};
 
-// With `slack`, that many bytes behind the last pixel may be touched.
-inline model::Surface random_surface(Arena& arena, Random& random, uint32_t format, uint32_t slack = 0)
+// With `slack`, that many bytes behind the last pixel may be touched. Some strides are those of wider pixels.
+inline model::Surface random_surface(Arena& arena, Random& random, uint32_t format, uint32_t slack = 0,
+                                     int32_t width_if_any = 0)
 {
     constexpr uint32_t pads[] = {0, 0, 1, 2, 3, 4, 7, 16};
-    const int32_t width = random.between(1, 24), height = random.between(1, 5);
+    const int32_t width = width_if_any != 0 ? width_if_any : random.between(1, 24);
+    const int32_t height = random.between(1, 5);
     const uint32_t row = static_cast<uint32_t>(width) * ((format & 0x3F) / 8);
-    const uint32_t stride = row + random.pick(pads);
+    const uint32_t stride = row + (random.one_in(4) ? row * random.below(4) / 4 : random.pick(pads));
     const uint32_t bytes = static_cast<uint32_t>(height - 1) * stride + row;
     const uint32_t gap = slack + (random.one_in(2) ? 0 : random.below(16));
     uint8_t* const pixels = arena.place(bytes, random.one_in(2) ? Side::end : Side::begin, gap);
