@@ -73,7 +73,8 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
     const Windows<u32, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
     auto* const to = static_cast<u32*>(out);
     const u8 *above = upper.at(first), *below = lower.at(first);
-    for (u32 i = 0; i < last; i += pixels, above += 2 * vector_bytes, below += 2 * vector_bytes)
+    constexpr size_t window = size_t{2} * vector_bytes;
+    for (u32 i = 0; i < last; i += pixels, above += window, below += window)
         store(to + i, Halving::mean(above, below));
     const i64 end = first + i64{last} * 2;
     store(to + last, Halving::mean(upper_end(end), lower_end(end)));

@@ -37,7 +37,7 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
     }
     // All windows are picked from alike.
     const auto walk = [&](const u8* window, auto units_in) {
-        for (u32 i = 0; i < vectors; ++i, window += by / 0x10000 * 4)
+        for (u32 i = 0; i < vectors; ++i, window += size_t{by} / 0x10000 * 4)
             put(i * units, units_in(window));
     };
     // Halves start at the row's second unit, and read from its first one on: rows are better aligned there.
@@ -158,7 +158,8 @@ u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* d
         const auto decoded = static_cast<i32>(rest < block ? rest : block);
         decode_row<Yuv, Rgb>(source.at(first), pixels, 2 * decoded);
         for (u32 k = 0; k < vectors; ++k, i += made)
-            store(left_pixel_at(dst, static_cast<i32>(i)), pick(load<Pixels>(pixels + 2 * k * by), index));
+            store(left_pixel_at(dst, static_cast<i32>(i)),
+                  pick(load<Pixels>(pixels + size_t{2} * k * by), index));
     }
     return all;
 #else
