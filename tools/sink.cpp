@@ -97,7 +97,12 @@ public:
             words_.insert(words_.end(), {"--rate", std::to_string(rate)});
         words_.emplace_back("-");
     }
-    ~Viewer() override { wait(); }
+    // After an error nobody waits for the window to be closed.
+    ~Viewer() override
+    {
+        if (pipe_ >= 0)
+            ::close(pipe_);
+    }
 
     bool write(std::span<const uint8_t> frame) override
     {

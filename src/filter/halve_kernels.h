@@ -23,35 +23,28 @@ inline __m512i after_pack(__m512i a)
 }
 #endif
 
-class Halving {
-public:
-    using Bits = Native<vector_bytes>::Type;
-    static constexpr u32 pixels = vector_bytes / 4; // that a vector makes
+using HalvingBits = Native<vector_bytes>::Type;
 
-    // From two windows of twice as many pixels, one above the other.
-    static Bits mean(const u8* above, const u8* below)
-    {
-        return after_pack(pack_unsigned(mean_of_half(above, below),
-                                        mean_of_half(above + vector_bytes, below + vector_bytes)));
-    }
+inline HalvingBits every_word(u32 word) { return native(Vector<vector_bytes>::U32{} + word * 0x10001); }
+// 127/256 of channels in 16 bits each.
+inline HalvingBits lessened(HalvingBits sums) { return multiply_high(sums, every_word(127 << 8)); }
 
-private:
-    // 127/256 of channels in 16 bits each.
-    static Bits lessened(Bits sums) { return multiply_high(sums, bits(127 << 8)); }
-    static Bits bits(u32 word)
-    {
-        return reinterpret_cast<Bits>(Vector<vector_bytes>::U32{} + word * 0x10001);
-    }
-    static Bits across(const u8* at)
-    {
-        const __m128i neighbours = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
-        return lessened(multiply_add_bytes(shuffle_bytes(load<Bits>(at), neighbours), bits(0x0101)));
-    }
-    static Bits mean_of_half(const u8* above, const u8* below)
-    {
-        return lessened(add_words(across(above), across(below)));
-    }
-};
+// Of the pixels of a vector, two by two.
+inline HalvingBits mean_across(const u8* at)
+{
+    const __m128i neighbours = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
+    return lessened(multiply_add_bytes(shuffle_bytes(load<HalvingBits>(at), neighbours), every_word(0x0101)));
+}
+inline HalvingBits mean_of_both(const u8* above, const u8* below)
+{
+    return lessened(add_words(mean_across(above), mean_across(below)));
+}
+// A vector of pixels from two windows of twice as many, one above the other.
+inline HalvingBits halved(const u8* above, const u8* below)
+{
+    return after_pack(
+        pack_unsigned(mean_of_both(above, below), mean_of_both(above + vector_bytes, below + vector_bytes)));
+}
 
 #endif
 
@@ -59,25 +52,26 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
                        [[maybe_unused]] void* out)
 {
 #if defined(__AVX2__)
-    constexpr u32 pixels = Halving::pixels;
+    constexpr u32 pixels = vector_bytes / 4; // of a vector
     const auto row_of = [](TapRow row) {
         return SourceRow<u32>{reinterpret_cast<const u8*>(row.start),
                               static_cast<i64>((row.end - row.start) / 4)};
     };
     const SourceRow<u32> upper = row_of(rows[0]), lower = row_of(rows[1]);
     const i64 first = Mean::first_tap(0, p);
-    // All vectors but the last one, which makes pixels anew, find their taps inside the row.
-    const u32 last = p.count - pixels;
-    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels || first + i64{last} * 2 > upper.last)
+    // All vectors but the last one, which makes pixels anew, find their taps inside the row: up to the third-last one.
+    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels ||
+        first + i64{p.count} * 2 - 3 > upper.last)
         return false;
+    const u32 last = p.count - pixels;
     const Windows<u32, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
     auto* const to = static_cast<u32*>(out);
     const u8 *above = upper.at(first), *below = lower.at(first);
     constexpr size_t window = size_t{2} * vector_bytes;
     for (u32 i = 0; i < last; i += pixels, above += window, below += window)
-        store(to + i, Halving::mean(above, below));
+        store(to + i, halved(above, below));
     const i64 end = first + i64{last} * 2;
-    store(to + last, Halving::mean(upper_end(end), lower_end(end)));
+    store(to + last, halved(upper_end(end), lower_end(end)));
     return true;
 #else
     return false;

@@ -82,10 +82,9 @@ template <class Yuv> void decode_row_single(const void* src, void* dst, i32 coun
     const auto integers = [=](i32 i, i32 many) {
         decode_row<Yuv, X8R8G8B8>(pair_at(src, i), left_pixel_at(dst, i), 2 * many);
     };
-    i32 i = 0;
-    while (i < pairs && i < 2 && reinterpret_cast<uintptr_t>(left_pixel_at(dst, i)) % 16 != 0)
-        ++i;
-    if (i == 2 || i >= pairs)
+    const auto behind = reinterpret_cast<uintptr_t>(dst) % 16; // a boundary
+    const i32 i = behind != 0;
+    if (behind % 8 != 0 || i >= pairs)
         return integers(0, pairs);
     integers(0, i);
     const i32 in_vectors = (pairs - i) & ~1;

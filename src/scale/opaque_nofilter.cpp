@@ -69,8 +69,9 @@ u32 draw(const Scale& s, const Walk& walk)
     if (!s.ctx.memcpy_stream)
         return VEXLOR_OK;
     const i32 ystep = step_of(s.from.h, s.to.h);
-    // Elsewhere it is the row below that has the other half, and the call may write it: units then see those before them.
-    const bool one_by_one = s.equivalent() && samples_half_a_pair(s);
+    // Elsewhere the other half is what follows in memory, which may be the row below, and the call may write it: units then
+    // see those before them.
+    const bool one_by_one = samples_half_a_pair(s);
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {

@@ -39,6 +39,31 @@ TEST(Rows, EqualTheModelInExactMemory)
         }
 }
 
+// Rows that are longer than the blocks that some of them go in.
+TEST(Rows, EqualTheModelWhenLong)
+{
+    Random random(3);
+    std::vector<uint8_t> src, drawn, expected;
+    const auto fill = [&](std::vector<uint8_t>& bytes, size_t size) {
+        bytes.resize(size);
+        std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<uint8_t>(random.below(256)); });
+    };
+    for (const vexlor::Kernels* const set : all_sets())
+        for (const AnyRow& row : row_table::all)
+            for (int i = 0; i < 24 && (set == nullptr || row.in_every_set); ++i) {
+                const RowArgs args = random_args(random);
+                const uint32_t n = random.below(5000);
+                fill(src, row.src_bytes(n, args));
+                fill(drawn, row.dst_bytes(n, args));
+                expected = drawn;
+                if (!row.model(src.data(), expected.data(), n, args))
+                    continue;
+                row.routine(set, src.data(), drawn.data(), n, args);
+                ASSERT_EQ(drawn, expected) << "row " << &row - row_table::all << ", set " << set << ", count "
+                                           << n << ", step " << args.step << ", x " << args.x;
+            }
+}
+
 // The table names every member of the tables of instruction sets.
 TEST(Rows, AreAllInTheTable)
 {

@@ -13,8 +13,8 @@ inline RowArgs random_args(Random& random)
               random.below(8),    random.one_in(2) ? random.pick(references) : random.below(256),
               random.next(),      random.pick(shifts)};
     a.x = random.one_in(4) ? random.between(0, 4) << 16 : random.between(0, 0x4FFFF);
-    constexpr int32_t steps[] = {0,       1,       0x7FFF,  0x8000,  0x8001, 0xFFFF,  0x10000,
-                                 0x10001, 0x1FFFF, 0x20000, 0x20001, -1,     -0x10000};
+    constexpr int32_t steps[] = {0,      1,       0x2000,  0x4000,  0x6000,  0x7FFF,  0x8000, 0x8001,
+                                 0xFFFF, 0x10000, 0x10001, 0x1FFFF, 0x20000, 0x20001, -1,     -0x10000};
     a.step = random.one_in(4) ? random.pick(steps) : random.between(0, random.one_in(2) ? 0x20000 : 0x60000);
     a.width = 1 + random.below(130);
     a.rows = static_cast<uint32_t>(a.x >> 16) + 1 + random.below(3);
