@@ -6,7 +6,6 @@
 #include "support/model_draw.h"
 
 #include <memory>
-#include <optional>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -102,8 +101,8 @@ public:
         : one_surface_(input.one_in(same_in)), source_(input, choose_surface(input, from), 0)
     {
         if (!one_surface_)
-            other_.emplace(input, choose_surface(input, input.one_in(2) ? from : choose_format(input)),
-                           size_t{0});
+            other_ = std::make_unique<Memory>(
+                input, choose_surface(input, input.one_in(2) ? from : choose_format(input)), size_t{0});
     }
     const model::Surface& src() const { return source_.surface(); }
     const model::Surface& dst() const { return target().surface(); }
@@ -121,7 +120,7 @@ private:
 
     bool one_surface_;
     Memory source_;
-    std::optional<Memory> other_;
+    std::unique_ptr<Memory> other_;
 };
 
 // A part of `length`: mostly inside.
