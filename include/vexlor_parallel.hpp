@@ -1,7 +1,6 @@
 /* Fills, copies and scales of vexlor.hpp, split over several contexts that draw at once.
  *
  *     std::vector<vexlor::throwing_context> crew(4);
- *     crew[0].set_filter(vexlor::filter::catrom);
  *     vexlor::draw_parallel(crew, photo, photo.bounds(), screen, screen.bounds());
  *
  * The bytes are those of the same call on crew[0] alone. A drawing is cut into bands of rows where that holds,
@@ -9,9 +8,10 @@
  *
  *   fill, copy    at any row;
  *   scale         at any row too: each band takes its positions from the whole rectangles. Filtered scaling of
- *                 YUV alone is cut only where a row of `to` starts a row of `from`, which asks for a ratio with
+ *                 YUV is cut only where a row of `to` starts a row of `from`, which asks for a ratio with
  *                 an exact 16.16 step: from : to of 1:1, 1:2, 3:2 or 4:1 are split, 1:3 and 4:3 are drawn
- *                 whole.
+ *                 whole. So is filtered scaling of all other formats: its bands would have to make each row
+ *                 alone, and one call whose rows share their work is faster than many that do not.
  *
  * Drawn whole are also rectangles whose rows share memory, Catmull-Rom scaling of a single row, and anything too
  * small for the work to outweigh a band (parallel_pixels, on_threads::light_pixels).
@@ -124,7 +124,8 @@ result parallel_scale(Crew& crew, const vexlor_surface_desc& src, rect from, con
 {
     vexlor_context& first = *crew[0].get();
     const scaling s{first, src, from, dst, to};
-    if (check(s) != result::ok || !inside(to, dst) || share_memory(src, from, dst, to) || s.around_one_row())
+    if (check(s) != result::ok || !inside(to, dst) || share_memory(src, from, dst, to) ||
+        (s.filtered() && !s.through_cache()))
         return scale(first, src, from, dst, to, to);
     const int32_t unit = s.through_cache() ? rows_in_step(s) : 1;
     if (unit == 0)
