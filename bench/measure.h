@@ -1,6 +1,6 @@
-// Times contenders against each other: they take turns, A B A B ..., and the least time of each counts. On a machine
-// with other work to do, that is the time that comes nearest to the work itself, and what slows the machine for a while
-// slows all of them.
+// Times contenders against each other: they take turns, in another order in each round, and the least time of each counts.
+// On a machine with other work to do, that is the time that comes nearest to the work itself, and what slows the machine
+// for a while slows all of them.
 #pragma once
 
 #include <functional>
