@@ -67,9 +67,15 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
     const Windows<u32, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
     auto* const to = static_cast<u32*>(out);
     const u8 *above = upper.at(first), *below = lower.at(first);
-    constexpr size_t window = size_t{2} * vector_bytes;
-    for (u32 i = 0; i < last; i += pixels, above += window, below += window)
+    constexpr size_t window = size_t{2} * vector_bytes, prefetched = 512; // bytes ahead, measured
+    for (u32 i = 0; i < last; i += pixels, above += window, below += window) {
+        // Pairs of pixels lie across two lines of the cache each: read from farther away, they are late.
+        for (u32 line = 0; line < window; line += 64) {
+            __builtin_prefetch(above + prefetched + line);
+            __builtin_prefetch(below + prefetched + line);
+        }
         store(to + i, halved(above, below));
+    }
     const i64 end = first + i64{last} * 2;
     store(to + last, halved(upper_end(end), lower_end(end)));
     return true;

@@ -47,6 +47,20 @@ template <class Pixels> inline Pixels pick_of_two(Pixels low, Pixels high, Pixel
 #endif
 }
 
+#if defined(__AVX512BW__)
+// index < 32: the 16-bit units there of a window of one vector; index < 64: of two.
+inline Vector<64>::U16 pick_words(const u8* window, Vector<64>::U16 index)
+{
+    return reinterpret_cast<Vector<64>::U16>(
+        _mm512_permutexvar_epi16(reinterpret_cast<__m512i>(index), load<__m512i>(window)));
+}
+inline Vector<64>::U16 pick_words_of_two(const u8* window, Vector<64>::U16 index)
+{
+    return reinterpret_cast<Vector<64>::U16>(_mm512_permutex2var_epi16(
+        load<__m512i>(window), reinterpret_cast<__m512i>(index), load<__m512i>(window + 64)));
+}
+#endif
+
 // index < 2 * lanes: two neighbours of 16 bits from the one there, of a window of half as many units and one more.
 template <class Pixels> inline Pixels pick_halves(const u8* window, Pixels index)
 {

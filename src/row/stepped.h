@@ -19,10 +19,10 @@ struct Position {
         unit += fraction >> 16;
         fraction &= 0xFFFF;
     }
-    // The units of a vector's lanes, counted from this one.
-    template <class Units> Units lanes(u32 step) const
+    // The units of a vector's lanes, counted from this one; of so many steps on, when told so.
+    template <class Units> Units lanes(u32 step, u32 steps_on = 0) const
     {
-        return (lane_numbers<Units>() * step + fraction) >> 16;
+        return (lane_numbers<Units>() * step + (steps_on * step + fraction)) >> 16;
     }
 };
 

@@ -64,6 +64,19 @@ private:
     u32 pair = 0;
 };
 
+// Whether a row may as well be spanned as copied from the one above, and in less time: the routines are the library's own,
+// and no row is written over what is still to be read.
+bool spans_repeated_rows(const Scale& s, const Walk& walk)
+{
+    const auto extent = [](const vexlor_surface_desc& surface) {
+        return static_cast<u64>(end_of(surface) - surface.pixels);
+    };
+    return walk.span == vexlor_1d_scale_opaque_nofilt_32 &&
+           walk.repeated_bytes >= kernels().span_beats_copy_from && s.dst.stride >= walk.repeated_bytes &&
+           (s.ctx.memcpy_stream == vexlor_memcpy_stream_sse || s.ctx.memcpy_stream == vexlor_memcpy_x86) &&
+           are_apart(s.src.pixels, extent(s.src), s.dst.pixels, extent(s.dst));
+}
+
 u32 draw(const Scale& s, const Walk& walk)
 {
     if (!s.ctx.memcpy_stream)
@@ -72,20 +85,22 @@ u32 draw(const Scale& s, const Walk& walk)
     // Elsewhere the other half is what follows in memory, which may be the row below, and the call may write it: units then
     // see those before them.
     const bool one_by_one = samples_half_a_pair(s);
+    const bool spans_all = spans_repeated_rows(s, walk);
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
         const i64 y = nearest_row(s, ystep, i);
         const u8* const src = moved(s.src.pixels, bytes_of(y, s.src.stride));
-        if (src == previous) {
+        if (src == previous && !spans_all) {
             repeat_row(s, dst, walk.repeated_bytes);
             continue;
         }
         previous = src;
         const SampledRow row(s, moved(src, walk.from_offset));
-        for (u32 k = 0; one_by_one && k < walk.count; ++k)
-            walk.span(row.data(), moved(dst, bytes_of(k, 4)), s.dst.format, 1, 0, 0);
-        if (!one_by_one)
+        if (one_by_one)
+            for (u32 k = 0; k < walk.count; ++k)
+                walk.span(row.data(), moved(dst, bytes_of(k, 4)), s.dst.format, 1, 0, 0);
+        else
             walk.span(row.data(), dst, s.dst.format, walk.count, walk.step >> 1, walk.step);
     }
     return VEXLOR_OK;

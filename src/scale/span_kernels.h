@@ -81,6 +81,9 @@ inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
         store(to + i, rule(source[i]));
 }
 
+// Measured. Copies read what still waits to be written; spans of narrower vectors, or of short rows, take longer.
+constexpr u32 span_beats_copy_from = vector_bytes == 64 ? 2048 : UINT32_MAX;
+
 inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
     write_units(Stepped(src, x, step, count), dst, count, [](auto p) { return p; });
@@ -92,13 +95,43 @@ inline void scale_opaque_nofilt_aone_8888(const void* src, void* dst, u32 format
     write_units(Stepped(src, x, step, count), dst, count, [=](auto p) { return p | alpha; });
 }
 
+#if defined(__AVX2__)
+// A vector of pixels of 16 bits: picked from one or two windows of a vector, or half by half from such a one and a bit more.
+struct Vector565 {
+    using Units = Vector<vector_bytes>::U32;
+    static constexpr u32 pixels = vector_bytes / 2;
+    static constexpr u32 window = vector_bytes == 64 ? 2 * pixels : pixels + 1;
+#if defined(__AVX512BW__)
+    using Order = Vector<vector_bytes>::U16;
+    static Order order(Position at, u32 by)
+    {
+        return low_halves(at.lanes<Units>(by), at.lanes<Units>(by, pixels / 2));
+    }
+    static auto make(const Windows<u16, window>& windows, Position at, u32 by, Order order)
+    {
+        return by <= 0x10000 ? pick_words(windows(at.unit), order)
+                             : pick_words_of_two(windows(at.unit), order);
+    }
+#else
+    struct Order {};
+    static Order order(Position, u32) { return {}; }
+    static auto make(const Windows<u16, window>& windows, Position at, u32 by, Order)
+    {
+        const auto half = [&] { return pick_halves(windows(at.unit), at.lanes<Units>(by)); };
+        const Units first = half();
+        at.advance(by * (pixels / 2));
+        return low_halves(first, half());
+    }
+#endif
+};
+#endif
+
 // Returns the pixels that it made. The last vector ends at the row's end, and may make pixels anew.
 inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] u16* dst,
                              [[maybe_unused]] u32 count, [[maybe_unused]] i32 x, [[maybe_unused]] i32 step)
 {
 #if defined(__AVX2__)
-    using Units = Vector<vector_bytes>::U32;
-    constexpr u32 units = lane_count<Units>, pixels = 2 * units;
+    constexpr u32 pixels = Vector565::pixels;
     if (step < 0 || step > 0x20000 || count < pixels)
         return 0;
     const auto by = static_cast<u32>(step);
@@ -108,17 +141,18 @@ inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] 
     };
     const SourceRow<u16> row{static_cast<const u8*>(moved(src, bytes_of(start.unit, 2))),
                              place(count - 1).unit};
-    const Windows<u16, pixels + 1> windows(row);
-    const auto make = [&](u32 i, Position at) {
-        const auto half = [&] { return pick_halves(windows(at.unit), at.lanes<Units>(by)); };
-        const Units first = half();
-        at.advance(by * units);
-        store(dst + i, low_halves(first, half()));
-    };
+    const Windows<u16, Vector565::window> windows(row);
     Position at = place(0);
-    for (u32 i = 0; i < count - pixels; i += pixels, at.advance(by * pixels))
-        make(i, at);
-    make(count - pixels, place(count - pixels));
+    const bool alike = by * pixels % 0x10000 == 0; // all vectors are picked alike
+    auto order = Vector565::order(at, by);
+    for (u32 i = 0; i < count - pixels; i += pixels) {
+        store(dst + i, Vector565::make(windows, at, by, order));
+        at.advance(by * pixels);
+        if (!alike)
+            order = Vector565::order(at, by);
+    }
+    const Position last = place(count - pixels);
+    store(dst + (count - pixels), Vector565::make(windows, last, by, Vector565::order(last, by)));
     return count;
 #else
     return 0;
