@@ -15,6 +15,7 @@ namespace {
 struct Colour {
     __m256d v;
     static Colour at(const double* value) { return {_mm256_loadu_pd(value)}; }
+    static Colour at(const float* value) { return widened(_mm_loadu_ps(value)); }
     static Colour all(double component) { return {_mm256_set1_pd(component)}; }
     static Colour widened(__m128 components) { return {_mm256_cvtps_pd(components)}; }
     __m128 rounded() const { return _mm256_cvtpd_ps(v); }
@@ -26,6 +27,7 @@ inline Colour plus_product(Colour sum, Colour a, Colour b) { return {_mm256_fmad
 struct Colour {
     __m128d a, b;
     static Colour at(const double* value) { return {_mm_loadu_pd(value), _mm_loadu_pd(value + 2)}; }
+    static Colour at(const float* value) { return widened(_mm_loadu_ps(value)); }
     static Colour all(double component) { return {_mm_set1_pd(component), _mm_set1_pd(component)}; }
     static Colour widened(__m128 components)
     {
@@ -45,19 +47,54 @@ inline Colour plus_product(Colour sum, Colour x, Colour y)
 }
 #endif
 
-// The components of a pixel, or with wide vectors of two neighbours.
-#if defined(__AVX2__)
+// As many colours as a register holds.
+#if defined(__AVX512F__)
+struct Colours {
+    __m512d v;
+    static Colours at(const double* values) { return {_mm512_loadu_pd(values)}; }
+    static Colours at(const float* values) { return widened(_mm256_loadu_ps(values)); }
+    static Colours all(double component) { return {_mm512_set1_pd(component)}; }
+    static Colours widened(__m256 components) { return {_mm512_cvtps_pd(components)}; }
+    __m256 rounded() const { return _mm512_cvtpd_ps(v); }
+    void to(double* values) const { _mm512_storeu_pd(values, v); }
+    friend Colours operator*(Colours a, Colours b) { return {_mm512_mul_pd(a.v, b.v)}; }
+};
+inline Colours plus_product(Colours sum, Colours a, Colours b) { return {_mm512_fmadd_pd(a.v, b.v, sum.v)}; }
+constexpr u32 colours_at_once = 2;
+#else
+using Colours = Colour;
+constexpr u32 colours_at_once = 1;
+#endif
+
+// The components of a pixel, or with wide vectors of two or four neighbours: components(i) are those of the pixels from i
+// on that a register of colours holds.
+#if defined(__AVX512F__)
+using Floats = __m512;
+using Ints = __m512i;
+inline Floats floats_at(u32 i, auto components)
+{
+    return _mm512_insertf32x8(_mm512_castps256_ps512(components(i)), components(i + 2), 1);
+}
+#elif defined(__AVX2__)
 using Floats = __m256;
 using Ints = __m256i;
 inline Floats floats_at(u32 i, auto components) { return _mm256_set_m128(components(i + 1), components(i)); }
-inline Floats clamped(Floats c)
-{
-    return _mm256_min_ps(_mm256_max_ps(c, _mm256_setzero_ps()), _mm256_set1_ps(1));
-}
 #else
 using Floats = __m128;
 using Ints = __m128i;
 inline Floats floats_at(u32 i, auto components) { return components(i); }
+#endif
+#if defined(__AVX512F__)
+inline __m512 clamped(__m512 c)
+{
+    return _mm512_min_ps(_mm512_max_ps(c, _mm512_setzero_ps()), _mm512_set1_ps(1));
+}
+#endif
+#if defined(__AVX2__)
+inline __m256 clamped(__m256 c)
+{
+    return _mm256_min_ps(_mm256_max_ps(c, _mm256_setzero_ps()), _mm256_set1_ps(1));
+}
 #endif
 inline __m128 clamped(__m128 c) { return _mm_min_ps(_mm_max_ps(c, _mm_setzero_ps()), _mm_set1_ps(1)); }
 
@@ -69,10 +106,24 @@ inline Colour unpack_fields(__m128i fields, __m128 reciprocals)
     return Colour::widened(_mm_mul_ps(_mm_cvtepi32_ps(fields), reciprocals));
 }
 
+#if defined(__AVX2__)
+inline void unpack_two(__m256i fields, __m256 reciprocals, double* values)
+{
+    const __m256 c = _mm256_mul_ps(_mm256_cvtepi32_ps(fields), reciprocals);
+#if defined(__AVX512F__)
+    Colours::widened(c).to(values);
+#else
+    Colour::widened(_mm256_castps256_ps128(c)).to(values);
+    Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + 4);
+#endif
+}
+#endif
+
 // What the filters do pixel by pixel, here for vectors: fields from and into memory.
 template <class Pixel> struct Fields;
 
 template <> struct Fields<Pixel8888> {
+    static constexpr bool pack_clamps = true; // components below 0 and above 1
     static __m128i of(u32 pixel)
     {
         const __m128i bytes = _mm_cvtsi32_si128(static_cast<int>(pixel)), zero = _mm_setzero_si128();
@@ -84,9 +135,7 @@ template <> struct Fields<Pixel8888> {
     static void unpack_pair(const void* pair, double* values)
     {
         const __m256i fields = _mm256_cvtepu8_epi32(_mm_loadl_epi64(static_cast<const __m128i*>(pair)));
-        const __m256 c = _mm256_mul_ps(_mm256_cvtepi32_ps(fields), _mm256_set1_ps(1.0F / 255));
-        Colour::widened(_mm256_castps256_ps128(c)).to(values);
-        Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + components);
+        unpack_two(fields, _mm256_set1_ps(1.0F / 255), values);
     }
 #else
     static void unpack_pair(const void* pair, double* values)
@@ -98,7 +147,15 @@ template <> struct Fields<Pixel8888> {
 
     // A product of 255 and a single below n / 255 is rounded to a single below n, so that cutting it off needs no more
     // digits.
-#if defined(__AVX2__)
+#if defined(__AVX512F__)
+    static Ints cut_off(Floats c) { return _mm512_cvttps_epi32(_mm512_mul_ps(c, _mm512_set1_ps(255))); }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        const Ints pixels = _mm512_packus_epi16(_mm512_packs_epi32(a, b), _mm512_packs_epi32(c, d));
+        store(out, _mm512_permutexvar_epi32(
+                       _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15), pixels));
+    }
+#elif defined(__AVX2__)
     static Ints cut_off(Floats c) { return _mm256_cvttps_epi32(_mm256_mul_ps(c, _mm256_set1_ps(255))); }
     static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
     {
@@ -115,6 +172,7 @@ template <> struct Fields<Pixel8888> {
 };
 
 template <> struct Fields<Pixel565> {
+    static constexpr bool pack_clamps = false;
     static __m128i of(u32 pixel)
     {
 #if defined(__AVX2__)
@@ -128,14 +186,41 @@ template <> struct Fields<Pixel565> {
     }
     static __m128 reciprocals() { return _mm_setr_ps(1.0F / 31, 1.0F / 63, 1.0F / 31, 0); }
     static void unpack(u32 pixel, double* value) { unpack_fields(of(pixel), reciprocals()).to(value); }
+#if defined(__AVX2__)
+    static void unpack_pair(const void* pair, double* values)
+    {
+        const __m256i shifted = _mm256_srlv_epi32(_mm256_set1_epi32(load<i32>(pair)),
+                                                  _mm256_setr_epi32(11, 5, 0, 0, 27, 21, 16, 0));
+        const __m256i fields = _mm256_and_si256(shifted, _mm256_setr_epi32(31, 63, 31, 0, 31, 63, 31, 0));
+        unpack_two(fields, _mm256_set_m128(reciprocals(), reciprocals()), values);
+    }
+#else
     static void unpack_pair(const void* pair, double* values)
     {
         unpack(load<u16>(pair), values);
         unpack(load<u16>(moved(pair, 2)), values + components);
     }
+#endif
     static __m128 scales() { return _mm_setr_ps(31, 63, 31, 0); }
 
-#if defined(__AVX2__)
+#if defined(__AVX512F__)
+    static Ints cut_off(Floats c)
+    {
+        return _mm512_cvttps_epi32(
+            _mm512_mul_round_ps(c, _mm512_broadcast_f32x4(scales()), _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC));
+    }
+    static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
+    {
+        const Ints places = _mm512_set1_epi64(0x0000'0001'0020'0800);
+        const auto pixels = [=](Ints x, Ints y) { // in the low words of 64 bits each
+            const Ints sums = _mm512_madd_epi16(_mm512_packs_epi32(x, y), places);
+            return _mm512_add_epi32(sums, _mm512_srli_epi64(sums, 32));
+        };
+        const Ints order = _mm512_castsi256_si512(
+            _mm256_setr_epi16(0, 8, 16, 24, 4, 12, 20, 28, 32, 40, 48, 56, 36, 44, 52, 60));
+        store(out, _mm512_castsi512_si256(_mm512_permutex2var_epi16(pixels(a, b), order, pixels(c, d))));
+    }
+#elif defined(__AVX2__)
     // Products of 31 would be rounded up to whole numbers. The sum is rounded to whole numbers instead, half a one too
     // low: only a component of 1, exactly between two, comes out one too low.
     static Ints cut_off(Floats c)

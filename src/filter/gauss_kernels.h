@@ -74,7 +74,7 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
                                         void* values)
 {
     constexpr size_t floats = 2 * components; // fields of a pixel, then its rests
-    alignas(32) float unpacked[block_room * floats];
+    alignas(64) float unpacked[block_room * floats];
     const RowPixels<Pixel8888> pixels(row);
     const auto* const column = static_cast<const Gauss::Column*>(columns);
     auto* const out = static_cast<float*>(values);
@@ -108,9 +108,16 @@ inline void gauss_down_of_gauss_8888(const void* const* values, const vexlor_fil
     const auto at = [&](u32 row, u32 i) {
         return FieldSums::at(static_cast<const float*>(values[row]) + i / 2 * FieldSums::floats);
     };
+    const auto sixteenfold = [&](u32 i) {
+        return FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();
+    };
     pack_row<Pixel8888>(p.count, out, [&](u32 i) {
-        const __m256 sixteenfold = FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();
-        return Fields<Pixel8888>::cut_off(_mm256_mul_ps(sixteenfold, _mm256_set1_ps(1.0F / 16)));
+#if defined(__AVX512F__)
+        const __m512 sums = _mm512_insertf32x8(_mm512_castps256_ps512(sixteenfold(i)), sixteenfold(i + 2), 1);
+        return Fields<Pixel8888>::cut_off(_mm512_mul_ps(sums, _mm512_set1_ps(1.0F / 16)));
+#else
+        return Fields<Pixel8888>::cut_off(_mm256_mul_ps(sixteenfold(i), _mm256_set1_ps(1.0F / 16)));
+#endif
     });
 }
 

@@ -77,12 +77,16 @@ Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr)
             .both = both};
 }
 
-template <class Pixel, class X, class Y> Passes gauss_catrom(AcrossFn across, DownFn down)
+// A value is the four components of a colour, and what else the set makes of them.
+constexpr u32 colour_bytes = 4 * sizeof(float);
+
+template <class Pixel, class X, class Y>
+Passes gauss_catrom(AcrossFn across, DownFn down, u32 value_bytes = colour_bytes)
 {
     if (!across)
         return {};
     return {.taps = Y::taps,
-            .value_bytes = 4 * sizeof(double),
+            .value_bytes = value_bytes,
             .column_bytes = sizeof(typename X::Column),
             .prepare = prepare_taps<X, Y>,
             .find_rows = find_gauss_catrom_rows<Pixel, Y>,
@@ -104,7 +108,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& set)
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(set.mean_across_565, set.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(set.linear_across_565, set.mean_down_565)},
         {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(set.linear_across_565, set.linear_down_565)},
-        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(set.gauss_across_for_gauss_8888, set.gauss_down_of_gauss_8888)},
+        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(set.gauss_across_for_gauss_8888, set.gauss_down_of_gauss_8888, 2 * colour_bytes)},
         {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(set.gauss_across_8888, set.catrom_down_8888)},
         {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(set.catrom_across_8888, set.gauss_down_8888)},
         {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(set.catrom_across_8888, set.catrom_down_8888)},

@@ -54,8 +54,6 @@ struct Kernels {
     vexlor_convert_fn Y8V8Y8U8_2_X8R8G8B8_single; // null without SSE2
     vexlor_convert_fn U8Y8V8Y8_2_X8R8G8B8_single;
 
-    // Bytes of a row from which on a span of 32-bit units takes less time than a copy of the row above.
-    u32 span_beats_copy_from;
     vexlor_scale_span_fn scale_opaque_nofilt_32;
     vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
     vexlor_scale_span_fn scale_opaque_nofilt_565;

@@ -53,7 +53,6 @@ constexpr Kernels table = {
     .B8G8R8X8_2_U8Y8V8Y8 = encode_row<B8G8R8X8, U8Y8V8Y8>,
     .Y8V8Y8U8_2_X8R8G8B8_single = decode_row_single<Y8V8Y8U8>,
     .U8Y8V8Y8_2_X8R8G8B8_single = decode_row_single<U8Y8V8Y8>,
-    .span_beats_copy_from = span_beats_copy_from,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
     .scale_opaque_nofilt_565 = scale_opaque_nofilt_565,

@@ -64,15 +64,17 @@ private:
     u32 pair = 0;
 };
 
-// Whether a row may as well be spanned as copied from the one above, and in less time: the routines are the library's own,
-// and no row is written over what is still to be read.
+// Whether a row may as well be spanned as copied from the one above: the routines are the library's own, and no row is
+// written over what is still to be read. Spans of narrower vectors or of short rows take longer than copies, which read
+// what still waits to be written.
 bool spans_repeated_rows(const Scale& s, const Walk& walk)
 {
     const auto extent = [](const vexlor_surface_desc& surface) {
         return static_cast<u64>(end_of(surface) - surface.pixels);
     };
-    return walk.span == vexlor_1d_scale_opaque_nofilt_32 &&
-           walk.repeated_bytes >= kernels().span_beats_copy_from && s.dst.stride >= walk.repeated_bytes &&
+    constexpr u32 long_row = 2048; // bytes
+    return walk.span == vexlor_1d_scale_opaque_nofilt_32 && walk.repeated_bytes >= long_row &&
+           kernels_of(Set::avx512) && s.dst.stride >= walk.repeated_bytes &&
            (s.ctx.memcpy_stream == vexlor_memcpy_stream_sse || s.ctx.memcpy_stream == vexlor_memcpy_x86) &&
            are_apart(s.src.pixels, extent(s.src), s.dst.pixels, extent(s.dst));
 }

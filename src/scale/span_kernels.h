@@ -81,9 +81,6 @@ inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
         store(to + i, rule(source[i]));
 }
 
-// Measured. Copies read what still waits to be written; spans of narrower vectors, or of short rows, take longer.
-constexpr u32 span_beats_copy_from = vector_bytes == 64 ? 2048 : UINT32_MAX;
-
 inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
     write_units(Stepped(src, x, step, count), dst, count, [](auto p) { return p; });
