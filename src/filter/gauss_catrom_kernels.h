@@ -2,8 +2,8 @@
 // singles, as the filters store it: rows of them are half as long as rows of doubles, and stay in nearer caches.
 #pragma once
 
-#include "filter/colour_vectors.h"
 #include "filter/column_walk.h"
+#include "filter/field_vectors.h"
 #include "filter/gauss_catrom.h"
 
 namespace vexlor {

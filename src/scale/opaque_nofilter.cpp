@@ -64,9 +64,9 @@ private:
     u32 pair = 0;
 };
 
-// Whether a row may as well be spanned as copied from the one above: the routines are the library's own, and no row is
-// written over what is still to be read. Spans of narrower vectors or of short rows take longer than copies, which read
-// what still waits to be written.
+// Whether repeated rows are spanned like the first one and not copied from it, to the same pixels: the routines are the
+// library's own, rows do not run on into each other, and none is written over one that is still to be read. Spans of
+// narrower vectors or of short rows take longer than copies, which read what still waits to be written.
 bool spans_repeated_rows(const Scale& s, const Walk& walk)
 {
     const auto extent = [](const vexlor_surface_desc& surface) {

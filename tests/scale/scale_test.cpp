@@ -165,6 +165,45 @@ TEST(Scale, RepeatsRows)
               (Words{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0x000000FF, 0x000000FF}));
 }
 
+// Long rows may be made anew where that is faster, but not past a caller's routine, nor where a row runs on into the next
+// or into the source.
+TEST(Scale, RepeatsLongRows)
+{
+    constexpr int32_t width = 1000;
+    const Context ctx = make_context();
+    Picture source(argb, width, 2, Words(size_t{2} * width));
+    for (size_t i = 0; i < source.bytes.size(); ++i)
+        source.bytes[i] = static_cast<uint8_t>(i * 7 >> 2);
+    const Words expected = source.pixels();
+    Picture target(argb, width, 6, Words(size_t{6} * width));
+    ASSERT_EQ(scale(*ctx, source, target, {0, 0, width, 2, 0, 0, width, 6}), 0u);
+    const Words drawn = target.pixels();
+    for (size_t i = 0; i < drawn.size(); ++i)
+        ASSERT_EQ(drawn[i], expected[i / width / 3 * width + i % width]) << i;
+
+    // Two descriptors of one memory: the second row is written over the source.
+    Picture memory(argb, width, 2, expected);
+    const vexlor_surface_desc whole = memory.desc();
+    const vexlor_surface_desc below = {width, 1, whole.stride, whole.pixels + whole.stride, argb};
+    ASSERT_EQ(vexlor_scale(ctx.get(), &below, &whole, 0, 0, width / 2, 1, 0, 0, width, 2), 0u);
+    const Words twice = memory.pixels();
+    for (size_t i = 0; i < twice.size(); ++i)
+        ASSERT_EQ(twice[i], expected[width + i % width / 2]) << i;
+
+    // Rows that begin 4 pixels apart: each copy runs forwards through what it has just written.
+    const vexlor_surface_desc from = source.desc();
+    Picture run(argb, width + 4, 1, Words(width + 4));
+    const vexlor_surface_desc steps = {width, 2, 16, run.bytes.data(), argb};
+    ASSERT_EQ(vexlor_scale(ctx.get(), &from, &steps, 0, 0, width, 1, 0, 0, width, 2), 0u);
+    EXPECT_EQ(run.pixels()[width + 3], expected[3]);
+
+    ctx->memcpy_stream = [](void* dst, const void*, uint32_t bytes) { std::memset(dst, 0xAB, bytes); };
+    ASSERT_EQ(scale(*ctx, source, target, {0, 0, width, 1, 0, 0, width, 2}), 0u);
+    const Words marked = target.pixels();
+    EXPECT_EQ(marked[0], expected[0]);
+    EXPECT_EQ(std::count(marked.begin() + width, marked.begin() + 2 * width, 0xABABABAB), width);
+}
+
 // A missing routine draws nothing, not even the part of the picture that needs none; what uses no slot is drawn.
 TEST(Scale, DrawsNothingThroughEmptySlots)
 {
