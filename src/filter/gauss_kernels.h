@@ -16,79 +16,129 @@ namespace {
 
 constexpr float per_field = 0x1.0101p-8F;
 
-// Of two pixels or of two columns.
-struct FieldSums {
-    __m256 fields, rests;
+constexpr u32 floats_at_once = sizeof(Floats) / sizeof(float);
+constexpr u32 pixels_at_once = floats_at_once / components;
 
-    static FieldSums unpacked(__m256i bytes)
+inline Floats every(float value) { return Floats{} + value; }
+#if defined(__AVX512F__)
+inline Floats plus_product(Floats sum, Floats a, Floats b) { return _mm512_fmadd_ps(a, b, sum); }
+inline Floats minus_product(Floats sum, Floats a, Floats b) { return _mm512_fnmadd_ps(a, b, sum); }
+inline Floats fields_of(__m128i pixels) { return _mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(pixels)); }
+// The pixels before those of a register, each: the last one of the register before, and all but this one's last.
+inline Floats one_back(Floats before, Floats here)
+{
+    return _mm512_castsi512_ps(
+        _mm512_alignr_epi32(_mm512_castps_si512(here), _mm512_castps_si512(before), 12));
+}
+#else
+inline Floats plus_product(Floats sum, Floats a, Floats b) { return _mm256_fmadd_ps(a, b, sum); }
+inline Floats minus_product(Floats sum, Floats a, Floats b) { return _mm256_fnmadd_ps(a, b, sum); }
+inline Floats fields_of(__m128i pixels) { return _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(pixels)); }
+// The pixels before a pair's, each: the second of the pair before, and the first of this one.
+inline Floats one_back(Floats before, Floats here) { return _mm256_permute2f128_ps(before, here, 0x21); }
+#endif
+
+// Of as many pixels or columns as a register holds.
+struct FieldSums {
+    Floats fields, rests;
+
+    static FieldSums unpacked(__m128i pixels)
     {
-        const __m256 fields = _mm256_cvtepi32_ps(bytes);
-        const __m256 colours = _mm256_mul_ps(fields, _mm256_set1_ps(1.0F / 255));
-        return {fields, _mm256_fmadd_ps(fields, _mm256_set1_ps(-per_field), colours)};
+        const Floats fields = fields_of(pixels);
+        return {fields, plus_product(fields * every(1.0F / 255), fields, every(-per_field))};
     }
     static FieldSums of_taps(const FieldSums& a, const FieldSums& b, const FieldSums& c)
     {
-        const __m256 two = _mm256_set1_ps(2);
-        return {_mm256_fmadd_ps(b.fields, two, _mm256_add_ps(a.fields, c.fields)),
-                _mm256_fmadd_ps(b.rests, two, _mm256_add_ps(a.rests, c.rests))};
+        const Floats two = every(2);
+        return {plus_product(a.fields + c.fields, b.fields, two),
+                plus_product(a.rests + c.rests, b.rests, two)};
     }
-    __m256 rounded() const { return _mm256_fmadd_ps(fields, _mm256_set1_ps(per_field), rests); }
+    Floats rounded() const { return plus_product(rests, fields, every(per_field)); }
     FieldSums with_rounded_rests() const
     {
-        return {fields, _mm256_fnmadd_ps(fields, _mm256_set1_ps(per_field), rounded())};
+        return {fields, minus_product(rounded(), fields, every(per_field))};
     }
 
-    static constexpr size_t floats = 16;
-    static FieldSums at(const float* pair) { return {_mm256_loadu_ps(pair), _mm256_loadu_ps(pair + 8)}; }
-    void to(float* pair) const
+    static constexpr size_t floats = size_t{2} * floats_at_once;
+    static FieldSums at(const float* sums)
     {
-        _mm256_storeu_ps(pair, fields);
-        _mm256_storeu_ps(pair + 8, rests);
+        return {load<Floats>(sums), load<Floats>(sums + floats_at_once)};
+    }
+    void to(float* sums) const
+    {
+        store(sums, fields);
+        store(sums + floats_at_once, rests);
     }
 };
 
-// The pixels before a pair's second one, each: the second of the pair before, and the first of this one.
-inline __m256 one_back(__m256 before, __m256 pair) { return _mm256_permute2f128_ps(before, pair, 0x21); }
+inline FieldSums one_back(const FieldSums& before, const FieldSums& here)
+{
+    return {one_back(before.fields, here.fields), one_back(before.rests, here.rests)};
+}
 
-// Half as wide: the taps of neighbouring columns meet, and four pixels from the centre of a pair of columns on are all
-// that it adds. Returns how many columns it made; the last ones may have taps behind the row.
+struct TwoSums {
+    FieldSums even, odd;
+};
+// Of every second pixel of twice as many as a register holds.
+inline TwoSums unpacked_apart(const void* pixels)
+{
+#if defined(__AVX512F__)
+    const __m256i apart = _mm256_permutevar8x32_epi32(_mm256_loadu_si256(static_cast<const __m256i*>(pixels)),
+                                                      _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
+    return {FieldSums::unpacked(_mm256_castsi256_si128(apart)),
+            FieldSums::unpacked(_mm256_extracti128_si256(apart, 1))};
+#else
+    const __m128i apart =
+        _mm_shuffle_epi32(_mm_loadu_si128(static_cast<const __m128i*>(pixels)), 0b11'01'10'00);
+    return {FieldSums::unpacked(apart), FieldSums::unpacked(_mm_srli_si128(apart, 8))};
+#endif
+}
+
+// Half as wide: the taps of neighbouring columns meet, and twice as many pixels as columns are all that a register of
+// columns adds. Returns how many columns it made; the last ones may have taps behind the row.
 inline u32 gauss_across_halved(const RowPixels<Pixel8888>& pixels, i64 centre, u32 count, float* out)
 {
-    const __m128i first = _mm_cvtsi32_si128(static_cast<int>(pixels.at(centre - 1)));
-    FieldSums between = FieldSums::unpacked(_mm256_cvtepu8_epi32(_mm_unpacklo_epi64(first, first)));
-    between = {one_back(between.fields, between.fields), one_back(between.rests, between.rests)};
+    constexpr u32 read = 2 * pixels_at_once;
+    FieldSums between = FieldSums::unpacked(_mm_set1_epi32(static_cast<int>(pixels.at(centre - 1))));
     u32 i = 0;
-    for (; i < count && pixels.has(centre + 3); i += 2, centre += 4, out += FieldSums::floats) {
-        const __m128i four = _mm_loadu_si128(static_cast<const __m128i*>(pixels.address(centre)));
-        const __m128i apart = _mm_shuffle_epi32(four, 0b11'01'10'00);
-        const FieldSums centres = FieldSums::unpacked(_mm256_cvtepu8_epi32(apart));
-        const FieldSums right = FieldSums::unpacked(_mm256_cvtepu8_epi32(_mm_srli_si128(apart, 8)));
-        const FieldSums left{one_back(between.fields, right.fields), one_back(between.rests, right.rests)};
-        FieldSums::of_taps(left, centres, right).with_rounded_rests().to(out);
+    for (; i < count && pixels.has(centre + read - 1);
+         i += pixels_at_once, centre += read, out += FieldSums::floats) {
+        const auto [centres, right] = unpacked_apart(pixels.address(centre));
+        FieldSums::of_taps(one_back(between, right), centres, right).with_rounded_rests().to(out);
         between = right;
     }
     return i;
+}
+
+// Two pixels, each its fields and then its rests.
+inline void unpack_sums(__m128i pair, float* out)
+{
+    const FieldSums sums = FieldSums::unpacked(pair);
+#if defined(__AVX512F__)
+    const __m512i order = _mm512_setr_epi32(0, 1, 2, 3, 16, 17, 18, 19, 4, 5, 6, 7, 20, 21, 22, 23);
+    _mm512_storeu_ps(out, _mm512_permutex2var_ps(sums.fields, order, sums.rests));
+#else
+    _mm256_storeu_ps(out, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x20));
+    _mm256_storeu_ps(out + 8, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x31));
+#endif
 }
 
 inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& p, const void* columns,
                                         void* values)
 {
     constexpr size_t floats = 2 * components; // fields of a pixel, then its rests
-    alignas(64) float unpacked[block_room * floats];
+    alignas(64) float unpacked[(block_room + 1) * floats]; // pixels are unpacked in pairs
     const RowPixels<Pixel8888> pixels(row);
     const auto* const column = static_cast<const Gauss::Column*>(columns);
     auto* const out = static_cast<float*>(values);
-    const auto unpack_pair = [&](u32 i, __m128i pair) {
-        const FieldSums sums = FieldSums::unpacked(_mm256_cvtepu8_epi32(pair));
-        _mm256_storeu_ps(unpacked + i * floats, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x20));
-        _mm256_storeu_ps(unpacked + (i + 1) * floats, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x31));
-    };
     const auto unpack = [&](i64 place, u32 number) {
         pixels.for_each(
             place, number,
-            [&](u32 i, u32 pixel) { unpack_pair(i, _mm_cvtsi32_si128(static_cast<int>(pixel))); },
+            [&](u32 i, u32 pixel) {
+                unpack_sums(_mm_cvtsi32_si128(static_cast<int>(pixel)), unpacked + i * floats);
+            },
             [&](u32 i, const void* pair) {
-                unpack_pair(i, _mm_loadl_epi64(static_cast<const __m128i*>(pair)));
+                unpack_sums(_mm_loadl_epi64(static_cast<const __m128i*>(pair)), unpacked + i * floats);
             });
     };
     const u32 done = p.xstep == 0x20000 ? gauss_across_halved(pixels, column[0].centre, p.count, out) : 0;
@@ -97,27 +147,20 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
         const __m256 sums = _mm256_fmadd_ps(tap(1), _mm256_set1_ps(2), _mm256_add_ps(tap(0), tap(2)));
         const __m128 fields = _mm256_castps256_ps128(sums), rests = _mm256_extractf128_ps(sums, 1);
         const __m128 scale = _mm_set1_ps(per_field);
-        float* const sum = out + i / 2 * FieldSums::floats + i % 2 * components;
+        float* const sum = out + i / pixels_at_once * FieldSums::floats + i % pixels_at_once * components;
         _mm_storeu_ps(sum, fields);
-        _mm_storeu_ps(sum + floats, _mm_fnmadd_ps(fields, scale, _mm_fmadd_ps(fields, scale, rests)));
+        _mm_storeu_ps(sum + floats_at_once, _mm_fnmadd_ps(fields, scale, _mm_fmadd_ps(fields, scale, rests)));
     });
 }
 
 inline void gauss_down_of_gauss_8888(const void* const* values, const vexlor_filter_params& p, void* out)
 {
     const auto at = [&](u32 row, u32 i) {
-        return FieldSums::at(static_cast<const float*>(values[row]) + i / 2 * FieldSums::floats);
-    };
-    const auto sixteenfold = [&](u32 i) {
-        return FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();
+        return FieldSums::at(static_cast<const float*>(values[row]) + i / pixels_at_once * FieldSums::floats);
     };
     pack_row<Pixel8888>(p.count, out, [&](u32 i) {
-#if defined(__AVX512F__)
-        const __m512 sums = _mm512_insertf32x8(_mm512_castps256_ps512(sixteenfold(i)), sixteenfold(i + 2), 1);
-        return Fields<Pixel8888>::cut_off(_mm512_mul_ps(sums, _mm512_set1_ps(1.0F / 16)));
-#else
-        return Fields<Pixel8888>::cut_off(_mm256_mul_ps(sixteenfold(i), _mm256_set1_ps(1.0F / 16)));
-#endif
+        const Floats sixteenfold = FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();
+        return Fields<Pixel8888>::cut_off(sixteenfold * every(1.0F / 16));
     });
 }
 
