@@ -126,7 +126,7 @@ inline void unpack_sums(__m128i pair, float* out)
 inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& p, const void* columns,
                                         void* values)
 {
-    constexpr size_t floats = 2 * components; // fields of a pixel, then its rests
+    constexpr size_t floats = 2 * components;              // fields of a pixel, then its rests
     alignas(64) float unpacked[(block_room + 1) * floats]; // pixels are unpacked in pairs
     const RowPixels<Pixel8888> pixels(row);
     const auto* const column = static_cast<const Gauss::Column*>(columns);
