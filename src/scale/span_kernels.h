@@ -29,10 +29,16 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
         else
             return pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index);
     };
-    Position at(source.x);
+    const Position at(source.x);
     if (by % 0x10000 != 0) {
-        for (u32 i = 0; i < vectors; ++i, at.advance(by))
-            put(i * units, picked(source.at(at.unit), at.lanes<Units>(step)));
+        const u8* window = source.at(at.unit);
+        u32 fraction = at.fraction;
+        for (u32 i = 0; i < vectors; ++i) {
+            put(i * units, picked(window, (lane_numbers<Units>() * step + fraction) >> 16));
+            fraction += by;
+            window += size_t{fraction >> 16} * 4;
+            fraction &= 0xFFFF;
+        }
         return vectors * units;
     }
     // All windows are picked from alike.
