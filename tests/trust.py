@@ -77,8 +77,9 @@ and clang, and under the address and undefined-behaviour sanitizers. `-R NAME` b
 
 Every routine that takes rows runs at 0 to 130 pixels (memory routines: 0 to 523 bytes), at 16 alignments of either side,
 in memory of exactly the bytes that it may touch, which ends, or begins, at a page without access. The rest of that page
-is compared byte by byte. So run all instruction sets that the processor has, one by one; AVX-512 has run in an emulated
-machine alone (`tests/isa/emulate`). Whole drawing calls get surfaces of the same kind, with gaps between their rows.
+is compared byte by byte. So run all instruction sets that the processor has, one by one, on a processor with AVX-512 and
+on one without; an emulated one serves, too (`tests/isa/emulate`). Whole drawing calls get surfaces of the same kind, with
+gaps between their rows.
 
 ## Values
 
@@ -122,6 +123,6 @@ None of these runs found a fault in the library.
 
 The command fails where a line or branch that no test takes has no reason in `tests/coverage.txt`. It holds {explained}
 reasons: other processors, sizes beyond the address space, what an earlier check excludes, a routine that ends its
-process. Code of AVX-512 is not in the default build.
+process. Code of AVX-512 is left out of this build.
 '''
 (root / 'docs/trust.md').write_text(page)
