@@ -153,7 +153,7 @@ Report run(const Options& options)
     report.head = {{"Date", today()},
                    {"Processor", processor() + " (" + instruction_sets() + ")"},
                    {"Compiler", BENCH_COMPILER ", " + std::to_string(8 * sizeof(void*)) + " bits"},
-                   {"libvexlor", BENCH_VERSION}};
+                   {"libvexlor", BENCH_VERSION " (" BENCH_SETS ")"}};
     std::string versions;
     for (const Peer& peer : all_peers)
         versions += (versions.empty() ? "" : ", ") + peer.name + ' ' + peer.version;
