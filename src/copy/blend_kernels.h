@@ -28,12 +28,16 @@ template <class Mix> void gbl_arepl(const u32* s, u32* d, u32 n, u32 g, u32 a)
 }
 
 // Pixels that do not pass are stored as they were: without a branch the row runs at the speed of a copy.
-void copy_where(const u32* s, u32* d, u32 n, u32 shift, auto passes)
+inline void copy_where(const u32* src, u32* dst, u32 count, u32 shift, auto passes)
 {
-    for (u32 i = 0; i < n; ++i) {
-        const u32 pixel = load<u32>(s + i);
-        store(d + i, passes(pixel >> shift & 0xFF) ? pixel : load<u32>(d + i));
-    }
+    const auto pick = [=](auto s, auto d) { return passes(s >> shift & 0xFF) ? s : d; };
+#if defined(__SSE2__)
+    const auto make = [=](auto vector, u32 i) { return pick(vector.load(src + i), vector.load(dst + i)); };
+    cover<4>(count, make, Target{dst, count >= far_from}, dst);
+#else
+    for (u32 i = 0; i < count; ++i)
+        store(dst + i, pick(load<u32>(src + i), load<u32>(dst + i)));
+#endif
 }
 
 inline void copy_blend_over_gbl_565(const u16* src, u16* dst, u32 count, u32 g)
@@ -53,12 +57,7 @@ inline void copy_opaque_aone_8888(const u32* src, u32* dst, u32 count, u32 shift
     const uintptr_t ahead = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
     if (ahead == 0 || ahead >= uintptr_t{count} * 4)
         return cover<4>(
-            count, [=](auto vector, u32 i) { return vector.load(src + i) | alpha; },
-            [=](auto vector, u32 i, auto made) {
-                fetch(dst + i, 512);
-                vector.store(dst + i, made);
-            },
-            dst);
+            count, [=](auto vector, u32 i) { return vector.load(src + i) | alpha; }, Target{dst, true}, dst);
 #endif
     for (u32 i = 0; i < count; ++i)
         store(dst + i, load<u32>(src + i) | alpha);
@@ -82,21 +81,23 @@ inline void copy_test_8888(const u32* src, u32* dst, u32 count, u32 test, u32 re
 {
     const u32 at = shift_count(shift);
     switch (test) {
-    case VEXLOR_ALPHA_TEST_LESS: copy_where(src, dst, count, at, [=](u32 a) { return a < reference; }); break;
+    case VEXLOR_ALPHA_TEST_LESS:
+        copy_where(src, dst, count, at, [=](auto a) { return a < reference; });
+        break;
     case VEXLOR_ALPHA_TEST_LESS_EQUAL:
-        copy_where(src, dst, count, at, [=](u32 a) { return a <= reference; });
+        copy_where(src, dst, count, at, [=](auto a) { return a <= reference; });
         break;
     case VEXLOR_ALPHA_TEST_EQUAL:
-        copy_where(src, dst, count, at, [=](u32 a) { return a == reference; });
+        copy_where(src, dst, count, at, [=](auto a) { return a == reference; });
         break;
     case VEXLOR_ALPHA_TEST_GREATER_EQUAL:
-        copy_where(src, dst, count, at, [=](u32 a) { return a >= reference; });
+        copy_where(src, dst, count, at, [=](auto a) { return a >= reference; });
         break;
     case VEXLOR_ALPHA_TEST_GREATER:
-        copy_where(src, dst, count, at, [=](u32 a) { return a > reference; });
+        copy_where(src, dst, count, at, [=](auto a) { return a > reference; });
         break;
     case VEXLOR_ALPHA_TEST_NOT_EQUAL:
-        copy_where(src, dst, count, at, [=](u32 a) { return a != reference; });
+        copy_where(src, dst, count, at, [=](auto a) { return a != reference; });
         break;
     default: break;
     }

@@ -13,34 +13,28 @@ namespace {
 
 #if defined(__AVX512BW__)
 
-// Vectors may overlap their neighbours: each is written after the next one is made. In long rows they are lines of the
-// cache in dst, all but the first and the last.
+// The last vector overlaps the one before and is made first, from units as they were. Long rows begin with what lies before
+// the first line of the cache in dst: vectors that each touch two lines take longer.
 template <u32 Unit>
 [[gnu::flatten]] inline void cover(u32 count, auto make, auto put, const void* dst = nullptr)
 {
     constexpr u32 units = First<Unit>::all, long_row = 32 * units;
     constexpr Whole<64> whole;
-    if (count < units) {
-        const First<Unit> first{count};
-        if (count != 0)
-            put(first, 0, make(first, 0));
-        return;
-    }
-    const u32 last = count - units;
+    const auto behind = static_cast<u32>(reinterpret_cast<uintptr_t>(dst) % 64 / Unit); // a line
+    const bool aligning = count >= long_row && behind != 0;
     u32 i = 0;
-    u32 next = units;
-    if (count >= long_row)
-        next -= static_cast<u32>(reinterpret_cast<uintptr_t>(dst) % 64 / Unit);
-    auto made = make(whole, 0);
-    while (i != last) {
-        next = next < last ? next : last;
-        const auto following = make(whole, next);
-        put(whole, i, made);
-        made = following;
-        i = next;
-        next += units;
+    if (aligning || count < units) {
+        const First<Unit> first{aligning ? units - behind : count};
+        put(first, i, make(first, i));
+        i = first.units;
     }
-    put(whole, last, made);
+    if (i == count)
+        return;
+    const u32 last = count - units;
+    const auto end = make(whole, last);
+    for (; i < last; i += units)
+        put(whole, i, make(whole, i));
+    put(whole, last, end);
 }
 
 #else

@@ -70,15 +70,23 @@ template <class U32, class U16> inline U32 mix_covering(U32 s, U32 d, U16 f)
             reinterpret_cast<U16>(_mm512_mask_sub_epi16(native(f), upper, _mm512_set1_epi16(256), native(f)));
         const U16 even = (channels(d) & 0xFF) * g, odd = (channels(d) >> 8) * g;
         const auto upper_halves = _mm512_set4_epi32(0x0F0F0D0D, 0x0B0B0909, 0x07070505, 0x03030101);
+        const auto lower_halves = _mm512_set4_epi32(0x0E0E0C0C, 0x0A0A0808, 0x06060404, 0x02020000);
         const auto products = _mm512_mask_shuffle_epi8(native(odd), even_bytes, native(even), upper_halves);
         const auto left = _mm512_mask_sub_epi8(products, lower_bytes, native(d), products);
-        const auto sum = _mm512_add_epi8(native(s), left);
-        // A fraction of 1 borrows nothing from a channel above a sum that reaches 256.
-        if (_mm512_mask_cmplt_epu8_mask(lower_bytes, sum, native(s)) == 0) [[likely]]
-            return reinterpret_cast<U32>(sum);
-    }
+        auto sum = _mm512_add_epi8(native(s), left);
+        const __mmask64 full = _mm512_mask_cmplt_epu8_mask(lower_bytes, sum, native(s));
+        if (full != 0) [[unlikely]] {
+            // A fraction of 1, with 255 left of it, borrows nothing from the channel above a sum that reaches 256.
+            const auto ones = _mm512_set1_epi8(-1);
+            const auto fractions =
+                _mm512_mask_shuffle_epi8(native(even), ~even_bytes, native(odd), lower_halves);
+            const auto above = _mm512_mask_cmpeq_epi8_mask(_kshiftli_mask64(full, 2), fractions, ones);
+            sum = _mm512_mask_sub_epi8(sum, above, sum, ones);
+        }
+        return reinterpret_cast<U32>(sum);
+    } else
 #endif
-    return mix_premultiplied(s, d, f);
+        return mix_premultiplied(s, d, f);
 }
 
 } // namespace

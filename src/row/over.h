@@ -43,8 +43,7 @@ template <class Mix, class Word> constexpr Word blend(Word s, Word d, Word f)
 
 // Sources: the pixel at i, a vector of pixels from i on, and a vector whose first bytes alone are pixels.
 struct Row {
-    static constexpr u32 far_from =
-        1 << 18; // so many pixels do not stay in the second cache: it pays to fetch ahead
+    static constexpr u32 far_from = vexlor::far_from;
     const void* row;
     const void* at(u32 i) const { return moved(row, uintptr_t{i} * 4); }
     u32 operator[](u32 i) const { return load<u32>(at(i)); }
@@ -53,7 +52,7 @@ struct Row {
     template <class Pixels> Pixels first(u32 i, u32 n) const { return load_first<4, Pixels>(at(i), n); }
 };
 struct Solid {
-    static constexpr u32 far_from = Row::far_from;
+    static constexpr u32 far_from = vexlor::far_from;
     u32 color;
     u32 operator[](u32) const { return color; }
     template <class Pixels> Pixels pixels(u32) const { return Pixels{} + color; }
@@ -139,13 +138,7 @@ template <class Mix> inline void over_vectors(auto source, u32* dst, u32 count, 
         const auto s = vector.units_of(source, i);
         return alpha(blend_vector<Mix, vector.bytes>(s, vector.load(dst + i), weight), s);
     };
-    const bool far = count >= source.far_from;
-    const auto put = [=](auto vector, u32 i, auto made) {
-        if (far)
-            fetch(dst + i, 1024);
-        vector.store(dst + i, made);
-    };
-    cover<4>(count, make, put, dst);
+    cover<4>(count, make, Target{dst, count >= source.far_from}, dst);
 #else
     over_pixels<Mix>(source, dst, count, weight, alpha);
 #endif

@@ -6,9 +6,6 @@
 namespace vexlor {
 namespace {
 
-// Lines of the cache that will be written so many bytes behind; it does no harm when they are none of the row's.
-inline void fetch(const void* at, u32 bytes_ahead) { __builtin_prefetch(moved(at, bytes_ahead), 1); }
-
 // Two vectors of pixels, in the order of the row.
 template <class Pixels> struct Twice {
     Pixels low, high;
@@ -148,6 +145,20 @@ private:
 #endif
 
 #endif
+
+// Where a row's vectors of 32-bit pixels go. Lines of the cache that follow are fetched ahead when told so.
+struct Target {
+    u32* row;
+    bool fetching;
+
+    void operator()(auto vector, u32 i, auto pixels) const
+    {
+        if (fetching)
+            __builtin_prefetch(moved(row + i, 1024), 1); // any address will do
+        vector.store(row + i, pixels);
+    }
+};
+constexpr u32 far_from = 1 << 18; // so many pixels do not stay in the second cache: it pays to fetch ahead
 
 } // namespace
 } // namespace vexlor
