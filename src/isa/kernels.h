@@ -14,6 +14,8 @@ struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
     void (*copy_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
                                 u32 rows);
+    void (*copy_opaque_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride,
+                                       size_t bytes, u32 rows, u32 shift);
 
     vexlor_fill_blend_fn fill_blend_over_8888;
     vexlor_fill_blend_fn fill_blend_over_aone_8888;

@@ -17,6 +17,7 @@ inline __m128i multiply_add_bytes(__m128i a, __m128i b)
 inline __m128i shuffle_bytes(__m128i a, __m128i order) { return _mm_shuffle_epi8(a, order); }
 #endif
 inline void stream(void* at, __m128i v) { _mm_stream_si128(static_cast<__m128i*>(at), v); }
+inline __m128i lesser(__m128i a, __m128i b) { return _mm_min_epi16(a, b); } // signed words
 inline __m128i add_neighbours(__m128i a) { return _mm_madd_epi16(a, _mm_set1_epi16(1)); }
 inline __m128i add_saturated(__m128i a, __m128i b) { return _mm_adds_epi16(a, b); }
 inline __m128i subtract_saturated(__m128i a, __m128i b) { return _mm_subs_epi16(a, b); }
@@ -33,6 +34,7 @@ inline __m256i multiply_add_bytes(__m256i a, __m256i b)
     return _mm256_maddubs_epi16(a, b);
 } // unsigned a, signed b
 inline void stream(void* at, __m256i v) { _mm256_stream_si256(static_cast<__m256i*>(at), v); }
+inline __m256i lesser(__m256i a, __m256i b) { return _mm256_min_epi16(a, b); } // signed words
 inline __m256i add_neighbours(__m256i a) { return _mm256_madd_epi16(a, _mm256_set1_epi16(1)); }
 inline __m256i add_saturated(__m256i a, __m256i b) { return _mm256_adds_epi16(a, b); }
 inline __m256i subtract_saturated(__m256i a, __m256i b) { return _mm256_subs_epi16(a, b); }
@@ -54,6 +56,7 @@ inline __m512i multiply_add_bytes(__m512i a, __m512i b)
     return _mm512_maddubs_epi16(a, b);
 } // unsigned a, signed b
 inline void stream(void* at, __m512i v) { _mm512_stream_si512(static_cast<__m512i*>(at), v); }
+inline __m512i lesser(__m512i a, __m512i b) { return _mm512_min_epi16(a, b); } // signed words
 inline __m512i add_neighbours(__m512i a) { return _mm512_madd_epi16(a, _mm512_set1_epi16(1)); }
 inline __m512i add_saturated(__m512i a, __m512i b) { return _mm512_adds_epi16(a, b); }
 inline __m512i subtract_saturated(__m512i a, __m512i b) { return _mm512_subs_epi16(a, b); }

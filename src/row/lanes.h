@@ -21,6 +21,8 @@ constexpr u32 vector_bytes = 16;
 constexpr u32 vector_bytes = 0;
 #endif
 
+constexpr u32 lanes = 0x00FF00FF; // every second byte of a pixel, with 8 bits of headroom
+
 // Written out for each width: g++ loses the size of a vector that depends on a template's parameter.
 template <u32 Bytes> struct LaneTypes;
 template <> struct LaneTypes<16> {
@@ -44,22 +46,6 @@ template <u32 Bytes> struct Vector {
     using I16 = typename LaneTypes<Bytes>::I16;
     using U32 = typename LaneTypes<Bytes>::U32; // two channels per lane, with all the borrows of a word
     static constexpr u32 pixels = Bytes / 4;
-
-    // Two channels per lane that are multiplied each by itself. The same as U32 as long as no product reaches
-    // 2^16, and much faster.
-    struct Pairs {
-        U32 v;
-        friend Pairs operator+(Pairs a, Pairs b) { return {a.v + b.v}; }
-        friend Pairs operator-(Pairs a, Pairs b) { return {a.v - b.v}; }
-        friend Pairs operator|(Pairs a, Pairs b) { return {a.v | b.v}; }
-        friend Pairs operator*(Pairs a, Pairs b)
-        {
-            return {reinterpret_cast<U32>(reinterpret_cast<U16>(a.v) * reinterpret_cast<U16>(b.v))};
-        }
-        friend Pairs operator>>(Pairs a, int n) { return {a.v >> n}; }
-        friend Pairs operator<<(Pairs a, int n) { return {a.v << n}; }
-        friend Pairs operator&(Pairs a, u32 mask) { return {a.v & mask}; }
-    };
 };
 
 } // namespace

@@ -19,43 +19,45 @@ inline void set_words(void* dst, u32 value, size_t words)
     cover<4>(
         static_cast<u32>(words),
         [=](auto vector, u32) { return typename Vector<vector.bytes>::U32{} + value; },
-        [=](auto vector, u32 i, auto made) { vector.store(moved(dst, uintptr_t{i} * 4), made); });
+        [=](auto vector, u32 i, auto made) { vector.store(moved(dst, uintptr_t{i} * 4), made); }, dst);
 #else
     for (size_t i = 0; i < words; ++i)
         store(moved(dst, i * 4), value);
 #endif
 }
 
-#if defined(__SSE2__)
-// To a place that does not overlap the source, with stores that go past the caches.
-inline void copy_streaming(void* dst, const void* src, size_t bytes)
-{
-    constexpr size_t line = 64;
-    const size_t to_line = -reinterpret_cast<uintptr_t>(dst) % line;
-    const size_t head = to_line < bytes ? to_line : bytes;
-    __builtin_memcpy(dst, src, head);
-    size_t at = head;
-    for (; bytes - at >= line; at += line)
-        for (size_t part = at; part < at + line; part += vector_bytes)
-            stream(moved(dst, part), load<typename Native<vector_bytes>::Type>(moved(src, part)));
-    __builtin_memcpy(moved(dst, at), moved(src, at), bytes - at);
-}
-#endif
-
-// Rows that overlap no source row, past the caches where the processor has such stores.
-inline void copy_rows_streaming(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
-                                u32 rows)
+// Rows of whole units that overlap no source row, past the caches where the processor has such stores: lines of the
+// destination through line(vector), and what lies before and behind them through edge(dst, src, bytes).
+inline void stream_rows(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes, u32 rows,
+                        [[maybe_unused]] size_t unit, auto edge, [[maybe_unused]] auto line)
 {
     for (u32 i = 0; i < rows; ++i, dst = moved(dst, dst_stride), src = moved(src, src_stride)) {
 #if defined(__SSE2__)
-        copy_streaming(dst, src, bytes);
+        constexpr size_t line_bytes = 64;
+        const size_t to_line = -reinterpret_cast<uintptr_t>(dst) % line_bytes;
+        const size_t head = to_line < bytes && to_line % unit == 0 ? to_line : bytes;
+        edge(dst, src, head);
+        size_t at = head;
+        for (; bytes - at >= line_bytes; at += line_bytes)
+            for (size_t part = at; part < at + line_bytes; part += vector_bytes)
+                stream(moved(dst, part), line(load<typename Native<vector_bytes>::Type>(moved(src, part))));
+        edge(moved(dst, at), moved(src, at), bytes - at);
 #else
-        __builtin_memcpy(dst, src, bytes);
+        edge(dst, src, bytes);
 #endif
     }
 #if defined(__SSE2__)
     _mm_sfence();
 #endif
+}
+
+inline void copy_rows_streaming(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
+                                u32 rows)
+{
+    stream_rows(
+        dst, dst_stride, src, src_stride, bytes, rows, 1,
+        [](void* to, const void* from, size_t n) { __builtin_memcpy(to, from, n); },
+        [](auto vector) { return vector; });
 }
 
 } // namespace

@@ -3,13 +3,11 @@
 // loop.
 #pragma once
 
-#include "row/byte_ops.h"
 #include "row/cover.h"
+#include "row/mixes.h"
 
 namespace vexlor {
 namespace {
-
-constexpr u32 lanes = 0x00FF00FF; // every second byte of a pixel, with 8 bits of headroom
 
 constexpr u32 factor(u32 a) { return a + (a != 0); } // 0, 2..256: a shift by 8 stands in for / 255
 
@@ -45,17 +43,21 @@ template <class Mix, class Word> constexpr Word blend(Word s, Word d, Word f)
 
 // Sources: the pixel at i, a vector of pixels from i on, and a vector whose first bytes alone are pixels.
 struct Row {
+    static constexpr u32 far_from = vexlor::far_from;
     const void* row;
     const void* at(u32 i) const { return moved(row, uintptr_t{i} * 4); }
     u32 operator[](u32 i) const { return load<u32>(at(i)); }
     template <class Pixels> Pixels pixels(u32 i) const { return load<Pixels>(at(i)); }
     template <u32 Bytes, class Pixels> Pixels part(u32 i) const { return load_part<Bytes, Pixels>(at(i)); }
+    template <class Pixels> Pixels first(u32 i, u32 n) const { return load_first<4, Pixels>(at(i), n); }
 };
 struct Solid {
+    static constexpr u32 far_from = vexlor::far_from;
     u32 color;
     u32 operator[](u32) const { return color; }
     template <class Pixels> Pixels pixels(u32) const { return Pixels{} + color; }
     template <u32 Bytes, class Pixels> Pixels part(u32) const { return Pixels{} + color; }
+    template <class Pixels> Pixels first(u32, u32) const { return Pixels{} + color; }
 };
 
 // Weights: of a pixel, and of both 16-bit halves of each pixel of a vector.
@@ -66,9 +68,9 @@ struct PixelAlpha {
     {
 #if defined(__SSSE3__)
         const u32 byte = shift / 8, zero = 0x80;
-        const auto a = reinterpret_cast<typename Vector<sizeof(Pixels)>::U16>(
-            shuffle_bytes(native(s), unit_order(byte, zero, byte, zero)));
-        return reinterpret_cast<Pixels>(a + 1 + reinterpret_cast<decltype(a)>(a == 0));
+        using U16 = typename Vector<sizeof(Pixels)>::U16;
+        const auto a = reinterpret_cast<U16>(shuffle_bytes(native(s), unit_order(byte, zero, byte, zero)));
+        return reinterpret_cast<Pixels>(a + reinterpret_cast<U16>(lesser(native(a), native(U16{} + 1))));
 #else
         const Pixels a = s >> shift & 0xFF;
         const Pixels f = a - reinterpret_cast<Pixels>(a != 0);
@@ -103,39 +105,22 @@ struct ClearedThenOred {
     auto operator()(auto p, auto) const { return (p & ~(0xFFu << shift)) | value; }
 };
 
-// Blends of vectors for factors up to 256, whose products fit 16 bits. Channels of straight colour must not borrow
-// from each other, and cannot in lanes of their own; premultiplied ones must.
+// Blends of vectors for factors up to 256.
 template <class Mix, u32 Bytes>
 inline typename Vector<Bytes>::U32 blend_vector(typename Vector<Bytes>::U32 s, typename Vector<Bytes>::U32 d,
                                                 auto weight)
 {
-    using U32 = typename Vector<Bytes>::U32;
-    using U16 = typename Vector<Bytes>::U16;
+    const auto factors = [=] { return channels(weight.halves(s)); };
+    if constexpr (__is_same(Mix, Premultiplied) && __is_same(decltype(weight), PixelAlpha))
+        return mix_covering(s, d, factors());
+    else if constexpr (__is_same(Mix, Premultiplied))
+        return mix_premultiplied(s, d, factors());
 #if defined(__SSSE3__)
-    // s * f + d * (256 - f) of every byte: one product of unsigned weights and bytes that a bias makes signed.
-    if constexpr (__is_same(Mix, Straight) && __is_same(decltype(weight), ConstantByte)) {
-        const auto weights = native(U32{} + (weight.f | (256 - weight.f) << 8) * 0x10001);
-        const auto biased_s = native(s ^ 0x80808080), biased_d = native(d ^ 0x80808080);
-        using I16 = typename Vector<Bytes>::I16;
-        const auto low =
-            reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_low(biased_s, biased_d)));
-        const auto high =
-            reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_high(biased_s, biased_d)));
-        return reinterpret_cast<U32>(pack_signed(native(low >> 8), native(high >> 8))) ^ 0x80808080;
-    } else
+    else if constexpr (__is_same(decltype(weight), ConstantByte))
+        return mix_bytes(s, d, weight.f);
 #endif
-        if constexpr (__is_same(Mix, Premultiplied)) {
-        using Pairs = typename Vector<Bytes>::Pairs;
-        return blend<Mix>(Pairs{s}, Pairs{d}, Pairs{weight.halves(s)}).v;
-    } else {
-        // The odd channels' products stay where they are: shifted down and up again they would lose what the
-        // mask takes anyway.
-        const auto word = [](U32 v) { return reinterpret_cast<U16>(v); };
-        const U16 f = word(weight.halves(s)), even_d = word(d) & 0xFF;
-        const U16 even = ((((word(s) & 0xFF) - even_d) * f) >> 8) + even_d;
-        const U16 odd = ((word(s) >> 8) - (word(d) >> 8)) * f + (word(d) & 0xFF00);
-        return (reinterpret_cast<U32>(even) & lanes) | (reinterpret_cast<U32>(odd) & ~lanes);
-    }
+    else
+        return mix_straight(s, d, factors());
 }
 
 template <class Mix> inline void over_pixels(auto source, u32* dst, u32 count, auto weight, auto alpha)
@@ -150,10 +135,10 @@ template <class Mix> inline void over_vectors(auto source, u32* dst, u32 count, 
 {
 #if defined(__SSE2__)
     const auto make = [=](auto vector, u32 i) {
-        const auto s = vector.units(source, i);
+        const auto s = vector.units_of(source, i);
         return alpha(blend_vector<Mix, vector.bytes>(s, vector.load(dst + i), weight), s);
     };
-    cover<4>(count, make, [=](auto vector, u32 i, auto made) { vector.store(dst + i, made); });
+    cover<4>(count, make, Target{dst, count >= source.far_from}, dst);
 #else
     over_pixels<Mix>(source, dst, count, weight, alpha);
 #endif

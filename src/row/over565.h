@@ -70,7 +70,8 @@ template <class Mix> inline void over_565(const u16* src, u16* dst, u32 count, a
         const auto s = vector.template load<U16>(src + i);
         return Mix::lanes(s, vector.template load<U16>(dst + i), lane_weights(weight, s));
     };
-    cover<2>(count, make, [=](auto vector, u32 i, auto made) { vector.store(dst + i, made); });
+    cover<2>(
+        count, make, [=](auto vector, u32 i, auto made) { vector.store(dst + i, made); }, dst);
 #else
     over_565_pixels<Mix>(src, dst, count, weight);
 #endif

@@ -27,6 +27,7 @@ struct Position {
 };
 
 struct Stepped {
+    static constexpr u32 far_from = 1024; // a row of a picture, then: rows come one by one
     const void* row;
     i64 x;
     i32 step;
@@ -56,13 +57,21 @@ struct Stepped {
                 return pick_of_two(load<Units>(at(first)), load<Units>(at(first + count)), index);
             if (by < 0x8000000) // no lane's position wraps
                 return gather(at(first), index);
+            return one_by_one<Units>(*this, i);
+        } else {
+            return part<sizeof(Units), Units>(i);
         }
-        return part<sizeof(Units), Units>(i);
     }
-    template <u32 Bytes, class Units> Units part(u32 i) const
+    // Backward or very far: apart from the loops of rows, whose registers it would take.
+    template <class Units> [[gnu::noinline]] static Units one_by_one(Stepped source, u32 i)
+    {
+        return source.part<sizeof(Units), Units>(i);
+    }
+    template <u32 Bytes, class Units> Units part(u32 i) const { return first<Units>(i, Bytes / 4); }
+    template <class Units> Units first(u32 i, u32 units) const
     {
         Units v = {};
-        for (u32 k = 0; k < Bytes / 4; ++k)
+        for (u32 k = 0; k < units; ++k)
             v[k] = (*this)[i + k];
         return v;
     }

@@ -45,6 +45,15 @@ TEST(LargePictures, AreFilledAndCopied)
         EXPECT_EQ(vexlor_copy(ctx.get(), &src.desc, &dst.desc, 0, 0, 0, 0, 3000, 1500), 0u);
         for (int32_t y = 0; y < 1500; ++y)
             ASSERT_TRUE(dst.shows(y, src.at(y))) << y;
+        ctx->alpha_dst_op = VEXLOR_ALPHA_DST_ONE;
+        EXPECT_EQ(vexlor_copy(ctx.get(), &src.desc, &dst.desc, 0, 0, 0, 0, 3000, 1500), 0u);
+        ctx->alpha_dst_op = VEXLOR_ALPHA_DST_BLEND;
+        for (int32_t y = 0; y < 1500; ++y) {
+            std::vector<uint8_t> opaque(src.at(y), src.at(y) + src.row);
+            for (size_t alpha = 0; alpha < opaque.size(); alpha += 4)
+                opaque[alpha] = 255;
+            ASSERT_TRUE(dst.shows(y, opaque.data())) << y;
+        }
         const std::vector<uint32_t> colour(3000, ctx->color = 0x12345678);
         EXPECT_EQ(vexlor_fill(ctx.get(), &dst.desc, 0, 0, 3000, 1500), 0u);
         for (int32_t y = 0; y < 1500; ++y)

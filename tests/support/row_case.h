@@ -329,6 +329,19 @@ inline void call_streaming(const vexlor::Kernels* set, Src s, Dst d, uint32_t n,
     const Streamed c(n, a);
     set_or_best(set).copy_rows_streaming(d, c.dst_stride, s, c.src_stride, n, c.rows);
 }
+inline void call_opaque_streaming(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
+{
+    const Streamed c(4 * n, a);
+    set_or_best(set).copy_opaque_rows_streaming(d, c.dst_stride, s, c.src_stride, 4 * n, c.rows, a.shift);
+}
+inline bool run_opaque_streaming(Src s, Dst d, uint32_t n, const RowArgs& a)
+{
+    const Streamed c(4 * n, a);
+    for (uint32_t i = 0; i < c.rows; ++i)
+        for (uint32_t k = 0; k < n; ++k)
+            model::opaque_aone(s + size_t{i} * c.src_stride + 4 * k, d + size_t{i} * c.dst_stride + 4 * k, a);
+    return true;
+}
 inline bool run_streaming(Src s, Dst d, uint32_t n, const RowArgs& a)
 {
     const Streamed c(n, a);

@@ -106,6 +106,9 @@ inline constexpr AnyRow all[] = {
     {Kind::other, false, true, call_nearest_565, run_span<copy_half, 1, 2>, span_bytes<1, 2>, dst_of<pixel_16>},
     {Kind::other, false, true, call_streaming, run_streaming, [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).src_stride); },
      [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).dst_stride); }, 4 * 130 + 3},
+    {Kind::other, false, true, call_opaque_streaming, run_opaque_streaming,
+     [](uint32_t n, const RowArgs& a) { return Streamed(4 * n, a).bytes(4 * n, Streamed(4 * n, a).src_stride); },
+     [](uint32_t n, const RowArgs& a) { return Streamed(4 * n, a).bytes(4 * n, Streamed(4 * n, a).dst_stride); }},
 };
 
 } // namespace row_table
