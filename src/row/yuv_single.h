@@ -53,7 +53,7 @@ template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>
     using U32 = typename Vector<Bytes>::U32;
     using S = Singles<Bytes>;
     using F = typename S::F;
-    const U32 pairs = PairVector<Bytes>::in_zip_order(row);
+    const U32 pairs = reinterpret_cast<U32>(in_zip_order(native(row)));
     const auto field = [&](u32 shift) { return S::of(native(pairs >> shift & 0xFF)); };
     const auto luma = [&](u32 shift) {
         return (field(shift) - S::constant(y_offset)) * S::constant(y_factor);
