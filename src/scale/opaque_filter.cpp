@@ -73,15 +73,16 @@ void scale_yuv(const Scale& s, u32 pair)
     vexlor_filter_params params = params_of(s, 0);
     const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
     const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
-    RowFilter row_filter(filter, params, true);
     // Box and linear filters read two rows of a band, and of an enlarged one the only one. Of half a pair they also read
     // the pixel before.
     const bool reads_two_rows = s.ctx.filter != VEXLOR_FILTER_CATROM && s.from.w > 1 && s.to.h <= INT16_MAX;
     const bool reads_one_row = reads_two_rows && rows_per_row == 0;
-    CacheUse use{.bound = &bound, .edges = !reads_two_rows || rows_per_row == 1 || rows_per_row == 2};
+    CacheUse use{.bound = &bound, .edges = !reads_two_rows};
     const bool is_rgb = to_dst == vexlor_1d_passthrough;
+    RowFilter row_filter(filter, params, is_rgb && reads_one_row ? SourceRows::serve_once : SourceRows::stay);
     const PlainRows plain(s);
     const u8* held = nullptr; // the source row at the band's begin
+    const u8* drawn = nullptr;
     FilterPlace place{};
     bool drawing = true;
     i32 rows_left = s.to.h;
@@ -105,13 +106,23 @@ void scale_yuv(const Scale& s, u32 pair)
                                            s.src.stride, rows, &first, &last, use);
             drawing = pitch != 0;
             params.stride = static_cast<u32>(pitch);
-            place = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
+            // Behind a band that fills the cache its last row repeats. A row that ends the picture mixes with itself alike.
+            const bool ends_alone = reads_two_rows && pitch != 0 && ends_behind(*s.ctx.cache, rows) &&
+                                    params.yhalf_rows == rows - 1;
+            const i32 last_row = ends_alone ? params.yhalf_rows : rows_per_row;
+            place = {first, moved(ends_alone ? last : first, bytes_of(last_row, params.stride)), first, last};
             row_filter.forget();
         }
         if (!drawing)
             return;
-        if (is_rgb)
-            return plain(dst, [&](u8* to) { row_filter(place, params, to); });
+        if (is_rgb) {
+            if (same_band && reads_one_row)
+                plain.repeat(dst, drawn);
+            else
+                plain(dst, [&](u8* to) { row_filter(place, params, to); });
+            drawn = dst;
+            return;
+        }
         if (!same_band || !reads_one_row)
             row_filter(place, params, memory.at());
         to_dst(memory.at(), dst, s.to.w);

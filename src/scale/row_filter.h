@@ -8,11 +8,14 @@
 namespace vexlor {
 namespace {
 
+// What becomes of source rows: they may change while the call draws, stay, or even serve one destination row at most.
+enum class SourceRows { change, stay, serve_once };
+
 class RowFilter {
 public:
-    RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, bool rows_stay)
-        : filter(whole), passes(rows_stay ? passes_of(whole, kernels()) : Passes{}),
-          columns(with_whole_blocks(params.count)),
+    RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, SourceRows source)
+        : filter(whole), passes(source == SourceRows::change ? Passes{} : passes_of(whole, kernels())),
+          serve_once(source == SourceRows::serve_once), columns(with_whole_blocks(params.count)),
           memory(passes.taps == 0
                      ? 0
                      : columns * (passes.column_bytes + u64{passes.taps} * passes.value_bytes) + column_block)
@@ -50,6 +53,8 @@ private:
         if (apart == params.count)
             return apart;
         if (passes.both && passes.both(rows, params, out))
+            return apart;
+        if (serve_once && passes.both_once && passes.both_once(rows, params, out))
             return apart;
         const void* values[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)
@@ -93,6 +98,7 @@ private:
 
     vexlor_filter_fn filter;
     Passes passes;
+    bool serve_once;
     u64 columns;
     Buffer memory;
     TapRow held[most_taps] = {}; // no row of a surface starts at address 0
