@@ -48,7 +48,7 @@ struct Passes {
     AcrossFn across = nullptr;
     DownFn down = nullptr;
     BothFn both = nullptr;      // null for never
-    BothFn both_once = nullptr; // likewise, where the row's values would serve one destination row
+    BothFn both_once = nullptr; // likewise, where values would serve one destination row
 };
 
 struct Kernels;

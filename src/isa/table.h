@@ -3,7 +3,7 @@
 
 #include "copy/blend_kernels.h"
 #include "fill/blend_kernels.h"
-#include "filter/double_kernels.h"
+#include "filter/single_row_kernels.h"
 #include "filter/gauss_kernels.h"
 #include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
@@ -84,7 +84,8 @@ constexpr Kernels table = {
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
     .halve_8888 = halve_8888,
-    .double_8888 = double_8888,
+    .double_row_8888 = double_row_8888,
+    .halve_row_8888 = halve_row_8888,
     .gauss_across_8888 = across<Pixel8888, Gauss>,
     .gauss_across_for_gauss_8888 = gauss_across_for_gauss_8888,
     .catrom_across_8888 = across<Pixel8888, CatRom>,

@@ -1,4 +1,4 @@
-// Two vectors of 32-bit units as one row that takes from them in turn.
+// Rows of 32-bit units that are put together from vectors of them.
 #pragma once
 
 #include "row/cover.h"
@@ -9,6 +9,20 @@ namespace {
 
 #if defined(__AVX2__)
 
+// The units one place further, and a new one at the end. A load from there would wait for the stores that it spans.
+template <class Units> inline Units moved_up(Units v, u32 next)
+{
+#if defined(__AVX512F__)
+    return reinterpret_cast<Units>(_mm512_alignr_epi32(
+        _mm512_castsi128_si512(_mm_cvtsi32_si128(static_cast<int>(next))), reinterpret_cast<__m512i>(v), 1));
+#else
+    const auto rotated = reinterpret_cast<__m256i>(pick(v, lane_numbers<Units>() + 1));
+    return reinterpret_cast<Units>(
+        _mm256_blend_epi32(rotated, _mm256_set1_epi32(static_cast<int>(next)), 0x80));
+#endif
+}
+
+// One row that takes from two vectors in turn.
 template <class Units> inline Twice<Units> zip_units(Units a, Units b)
 {
 #if defined(__AVX512F__)

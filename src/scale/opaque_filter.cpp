@@ -79,7 +79,7 @@ void scale_yuv(const Scale& s, u32 pair)
     const bool reads_one_row = reads_two_rows && rows_per_row == 0;
     CacheUse use{.bound = &bound, .edges = !reads_two_rows};
     const bool is_rgb = to_dst == vexlor_1d_passthrough;
-    RowFilter row_filter(filter, params, is_rgb && reads_one_row ? SourceRows::serve_once : SourceRows::stay);
+    RowFilter row_filter(filter, params, reads_two_rows ? SourceRows::serve_once : SourceRows::stay);
     const PlainRows plain(s);
     const u8* held = nullptr; // the source row at the band's begin
     const u8* drawn = nullptr;

@@ -52,9 +52,9 @@ private:
         const u32 apart = passes.find_rows(place, params, rows);
         if (apart == params.count)
             return apart;
-        if (passes.both && passes.both(rows, params, out))
-            return apart;
         if (serve_once && passes.both_once && passes.both_once(rows, params, out))
+            return apart;
+        if (passes.both && passes.both(rows, params, out))
             return apart;
         const void* values[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)

@@ -1,6 +1,7 @@
 // Spans of unfiltered scaling, for one instruction set.
 #pragma once
 
+#include "row/leading.h"
 #include "row/over.h"
 #include "row/stepped.h"
 #include "row/unzip.h"
@@ -170,16 +171,44 @@ u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* d
 #endif
 }
 
+// As many pairs as come from one vector and go into one. Returns the pairs that it made.
+template <class Yuv, class Rgb>
+u32 scale_yuv_vector([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* dst,
+                     [[maybe_unused]] u32 pairs)
+{
+#if defined(__AVX512BW__)
+    using Pairs = Leading::U32;
+    if (pairs == 0 || source.step < 0 || source.step > 0x10000)
+        return 0;
+    const u32 number = pairs < lane_count<Pairs> ? pairs : lane_count<Pairs>;
+    const Position start(source.x);
+    const auto step = static_cast<u32>(source.step);
+    const i64 read = source.from(0, number).length - start.unit;
+    const Pairs window = Leading{static_cast<u32>(read)}.load(source.at(start.unit));
+    Leading{number}.store_twice(
+        dst, PairVector<64>::template decode<Yuv, Rgb>(pick(window, start.lanes<Pairs>(step))));
+    return number;
+#else
+    return 0;
+#endif
+}
+
 template <class Yuv, class Rgb>
 void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
+    constexpr u32 few = 48;
     const u32 pairs = count / 2;
     const Stepped source(src, x, step, pairs);
+    const auto to = [=](u32 i) { return left_pixel_at(dst, static_cast<i32>(i)); };
+    u32 i = pairs > few ? enlarge_yuv<Yuv, Rgb>(source, dst, pairs) : 0;
+    if (pairs - i <= few)
+        while (const u32 made = scale_yuv_vector<Yuv, Rgb>(source.from(i, pairs - i), to(i), pairs - i))
+            i += made;
     u32 picked[yuv_block];
-    for (u32 i = enlarge_yuv<Yuv, Rgb>(source, dst, pairs); i < pairs; i += yuv_block) {
+    for (; i < pairs; i += yuv_block) {
         const u32 number = pairs - i < yuv_block ? pairs - i : yuv_block;
         write_units(source.from(i, number), picked, number, [](auto pair) { return pair; });
-        decode_row<Yuv, Rgb>(picked, left_pixel_at(dst, static_cast<i32>(i)), static_cast<i32>(2 * number));
+        decode_row<Yuv, Rgb>(picked, to(i), static_cast<i32>(2 * number));
     }
 }
 

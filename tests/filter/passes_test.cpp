@@ -55,9 +55,8 @@ public:
     {
         TapRow rows[vexlor::most_taps];
         const uint32_t apart = passes.find_rows(place, params, rows);
-        if (apart == params.count || (passes.both && passes.both(rows, params, out)))
-            return apart;
-        if (once && passes.both_once && passes.both_once(rows, params, out))
+        if (apart == params.count || (once && passes.both_once && passes.both_once(rows, params, out)) ||
+            (passes.both && passes.both(rows, params, out)))
             return apart;
         const void* taps[vexlor::most_taps];
         for (uint32_t i = 0; i < passes.taps; ++i) {
