@@ -112,6 +112,8 @@ void scale_yuv(const Scale& s, u32 pair)
             const i32 last_row = ends_alone ? params.yhalf_rows : rows_per_row;
             place = {first, moved(ends_alone ? last : first, bytes_of(last_row, params.stride)), first, last};
             row_filter.forget();
+            if (pitch != 0 && rows == 1 && use.edges && ends_behind(*s.ctx.cache, rows))
+                row_filter.forget_around(first, params.stride);
         }
         if (!drawing)
             return;
