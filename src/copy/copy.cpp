@@ -1,4 +1,5 @@
 // The copy entry: its checks, its tables, and the plain copy.
+#include "copy/convert.h"
 #include "isa/kernels.h"
 #include "row/over.h"
 #include "surface/formats.h"
@@ -123,7 +124,8 @@ u32 copy_plain(const Copy& c)
 
     if (!c.equivalent()) {
         if (const auto convert = c.ctx.*of_pair(converters, c.src.format, c.dst.format))
-            walk_down(c, src, dst, [&](u8* d, const u8* s) { convert(s, d, c.from.w); });
+            if (!convert_touching_rows(src, c.src.stride, dst, c.dst.stride, c.from.w, c.rows, convert))
+                walk_down(c, src, dst, [&](u8* d, const u8* s) { convert(s, d, c.from.w); });
         return VEXLOR_OK;
     }
     if (has_rgb32_bit(c.dst.format) && c.ctx.alpha_dst_op >= VEXLOR_ALPHA_DST_ONE) {
