@@ -83,10 +83,10 @@ template <u32 Bytes> struct PairVector {
                       }) +
                       ((66 + 129 + 25) * 128 + 128 + 16 * 256);
         const U16 uv = both([](Lanes v) {
-            constexpr u32 u = weights<Rgb>(-38, -74, 112), v_ = weights<Rgb>(112, -94, -18);
+            constexpr u32 of_u = weights<Rgb>(-38, -74, 112), of_v = weights<Rgb>(112, -94, -18);
             U32 factors;
             for (u32 i = 0; i < Bytes / 4; ++i)
-                factors[i] = (i % 2 == 0) == (Yuv::u < Yuv::v) ? u : v_;
+                factors[i] = (i % 2 == 0) == (Yuv::u < Yuv::v) ? of_u : of_v;
             return multiply_add_bytes(left_twice(v), native(factors));
         });
         const U16 low = Yuv::y0 == 0 ? y : uv, high = Yuv::y0 == 0 ? uv : y;
