@@ -1,9 +1,9 @@
 // Copies without blending: of pixels as they are, converted between YUV and RGB, or with an opaque alpha.
 #pragma once
 
+#include "copy/convert.h"
 #include "isa/kernels.h"
 #include "surface/formats.h"
-#include "surface/rectangle.h"
 
 #include <string.h>
 
@@ -137,7 +137,7 @@ inline u32 copy_plain(const Copy& c)
 
     if (!c.equivalent()) {
         if (const auto convert = c.ctx.*of_pair(converters, c.src.format, c.dst.format))
-            walk_down(c, src, dst, [&](u8* d, const u8* s) { convert(s, d, c.from.w); });
+            convert_rows(src, c.src.stride, dst, c.dst.stride, c.from.w, c.rows, convert);
         return VEXLOR_OK;
     }
     if (has_rgb32_bit(c.dst.format) && c.ctx.alpha_dst_op >= VEXLOR_ALPHA_DST_ONE) {

@@ -47,7 +47,8 @@ struct Passes {
     FindRowsFn find_rows = nullptr;
     AcrossFn across = nullptr;
     DownFn down = nullptr;
-    BothFn both = nullptr; // null for never
+    BothFn both = nullptr;      // null for never
+    BothFn both_once = nullptr; // likewise, where values would serve one destination row
 };
 
 struct Kernels;

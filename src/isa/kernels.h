@@ -88,6 +88,8 @@ struct Kernels {
     DownFn mean_down_565;
     DownFn linear_down_565;
     BothFn halve_8888;
+    BothFn double_row_8888;
+    BothFn halve_row_8888;
 
     // Null where the filters themselves serve.
     AcrossFn gauss_across_8888;

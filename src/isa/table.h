@@ -6,12 +6,13 @@
 #include "filter/gauss_kernels.h"
 #include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
+#include "filter/single_row_kernels.h"
 #include "isa/kernels.h"
 #include "row/memory_kernels.h"
 #include "row/yuv_kernels.h"
 #include "row/yuv_single.h"
 #include "scale/lerp_kernels.h"
-#include "scale/span_kernels.h"
+#include "scale/yuv_span_kernels.h"
 
 namespace vexlor {
 namespace {
@@ -44,10 +45,10 @@ constexpr Kernels table = {
     .copy_blend_over_gbl_U8Y8V8Y8 = yuv_over_yuv_by<U8Y8V8Y8>,
     .copy_blend_over_gbl_U8Y8V8Y8_2_A8R8G8B8 = yuv_over_rgb_by<U8Y8V8Y8, X8R8G8B8>,
     .copy_blend_over_gbl_U8Y8V8Y8_2_B8G8R8A8 = yuv_over_rgb_by<U8Y8V8Y8, B8G8R8X8>,
-    .Y8V8Y8U8_2_X8R8G8B8 = decode_row<Y8V8Y8U8, X8R8G8B8>,
-    .Y8V8Y8U8_2_B8G8R8X8 = decode_row<Y8V8Y8U8, B8G8R8X8>,
-    .U8Y8V8Y8_2_X8R8G8B8 = decode_row<U8Y8V8Y8, X8R8G8B8>,
-    .U8Y8V8Y8_2_B8G8R8X8 = decode_row<U8Y8V8Y8, B8G8R8X8>,
+    .Y8V8Y8U8_2_X8R8G8B8 = decode_rows<Y8V8Y8U8, X8R8G8B8>,
+    .Y8V8Y8U8_2_B8G8R8X8 = decode_rows<Y8V8Y8U8, B8G8R8X8>,
+    .U8Y8V8Y8_2_X8R8G8B8 = decode_rows<U8Y8V8Y8, X8R8G8B8>,
+    .U8Y8V8Y8_2_B8G8R8X8 = decode_rows<U8Y8V8Y8, B8G8R8X8>,
     .X8R8G8B8_2_Y8V8Y8U8 = encode_row<X8R8G8B8, Y8V8Y8U8>,
     .B8G8R8X8_2_Y8V8Y8U8 = encode_row<B8G8R8X8, Y8V8Y8U8>,
     .X8R8G8B8_2_U8Y8V8Y8 = encode_row<X8R8G8B8, U8Y8V8Y8>,
@@ -84,6 +85,8 @@ constexpr Kernels table = {
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
     .halve_8888 = halve_8888,
+    .double_row_8888 = double_row_8888,
+    .halve_row_8888 = halve_row_8888,
     .gauss_across_8888 = across<Pixel8888, Gauss>,
     .gauss_across_for_gauss_8888 = gauss_across_for_gauss_8888,
     .catrom_across_8888 = across<Pixel8888, CatRom>,

@@ -1,6 +1,7 @@
 // Rows of YUV 4:2:2 pairs to and from 32-bit RGB pixels, and blended over them, for one instruction set.
 #pragma once
 
+#include "isa/kernels.h"
 #include "row/over.h"
 #include "row/yuv_lanes.h"
 
@@ -37,6 +38,28 @@ template <class Yuv, class Rgb> void decode_row(const void* src, void* dst, i32 
         },
         [=](auto vector, i32 i, auto pixels) { vector.store_twice(left_pixel_at(dst, i), pixels); },
         [=](i32 i) { store_pixels(dst, i, decode<Yuv, Rgb>(load<u32>(pair_at(src, i)))); });
+}
+
+// Rows that touch may come as one. A picture that fills the caches goes past them, in whole lines of them.
+template <class Yuv, class Rgb> void decode_rows(const void* src, void* dst, i32 count)
+{
+#if defined(__SSE2__)
+    constexpr i32 made = vector_bytes / 4, line = 64, many = larger_than_caches / 4;
+    const auto to_line = static_cast<i32>(-reinterpret_cast<uintptr_t>(dst) % line);
+    if (count >= many && to_line % 8 == 0) {
+        i32 i = to_line / 8;
+        decode_row<Yuv, Rgb>(src, dst, 2 * i);
+        for (; whole_pairs(count) - i >= made; i += made) {
+            const auto pairs = load<Vector<vector_bytes>::U32>(pair_at(src, i));
+            const auto pixels = PairVector<vector_bytes>::decode<Yuv, Rgb>(pairs);
+            stream(left_pixel_at(dst, i), native(pixels.low));
+            stream(moved(left_pixel_at(dst, i), vector_bytes), native(pixels.high));
+        }
+        _mm_sfence();
+        return decode_row<Yuv, Rgb>(pair_at(src, i), left_pixel_at(dst, i), count - 2 * i);
+    }
+#endif
+    decode_row<Yuv, Rgb>(src, dst, count);
 }
 
 template <class Rgb, class Yuv> void encode_row(const void* src, void* dst, i32 count)

@@ -1,9 +1,9 @@
 // YUV 4:2:2 pairs and RGB pixels a vector at a time, with the results of row/yuv.h for all inputs.
 #pragma once
 
-#include "row/byte_ops.h"
 #include "row/cover.h"
 #include "row/yuv.h"
+#include "row/yuv_ops.h"
 
 namespace vexlor {
 namespace {
@@ -16,124 +16,92 @@ template <u32 Bytes> struct PairVector {
     using U16 = typename Vector<Bytes>::U16;
     using U32 = typename Vector<Bytes>::U32;
     using I16 = typename Vector<Bytes>::I16;
-
+    using Lanes = typename Native<Bytes>::Type;
     using Pixels = Twice<U32>;
 
-    // zip works within 128-bit lanes. Quarters swapped beforehand come out in order; and after unzip, swapped again.
-    static U32 in_zip_order(U32 v)
+    static U32 units(auto v) { return reinterpret_cast<U32>(v); }
+    static U16 words(auto v) { return reinterpret_cast<U16>(v); }
+    static I16 signed_words(auto v) { return reinterpret_cast<I16>(v); }
+
+    static Pixels zip(U16 a, U16 b)
     {
-#if defined(__AVX512BW__)
-        if constexpr (Bytes == 64)
-            return reinterpret_cast<U32>(_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7),
-                                                                  reinterpret_cast<__m512i>(v)));
-#endif
-#if defined(__AVX2__)
-        if constexpr (Bytes == 32)
-            return reinterpret_cast<U32>(_mm256_permute4x64_epi64(reinterpret_cast<__m256i>(v), 0xD8));
-#endif
-        return v;
-    }
-    static U32 from_zip_order(U32 v)
-    {
-#if defined(__AVX512BW__)
-        if constexpr (Bytes == 64)
-            return reinterpret_cast<U32>(_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
-                                                                  reinterpret_cast<__m512i>(v)));
-#endif
-        return in_zip_order(v);
-    }
-    // Every second pixel of two vectors, still within 128-bit lanes: the left ones of pairs, and the right ones.
-    static Pixels unzip(U32 a, U32 b)
-    {
-#if defined(__AVX512BW__)
-        if constexpr (Bytes == 64) {
-            const auto x = reinterpret_cast<__m512>(a), y = reinterpret_cast<__m512>(b);
-            return {reinterpret_cast<U32>(_mm512_shuffle_ps(x, y, 0x88)),
-                    reinterpret_cast<U32>(_mm512_shuffle_ps(x, y, 0xDD))};
-        }
-#endif
-#if defined(__AVX2__)
-        if constexpr (Bytes == 32) {
-            const auto x = reinterpret_cast<__m256>(a), y = reinterpret_cast<__m256>(b);
-            return {reinterpret_cast<U32>(_mm256_shuffle_ps(x, y, 0x88)),
-                    reinterpret_cast<U32>(_mm256_shuffle_ps(x, y, 0xDD))};
-        }
-#endif
-        if constexpr (Bytes == 16) {
-            const auto x = reinterpret_cast<__m128>(a), y = reinterpret_cast<__m128>(b);
-            return {reinterpret_cast<U32>(_mm_shuffle_ps(x, y, 0x88)),
-                    reinterpret_cast<U32>(_mm_shuffle_ps(x, y, 0xDD))};
-        }
+        return {units(zip_words_low(native(a), native(b))), units(zip_words_high(native(a), native(b)))};
     }
 
+#if defined(__SSSE3__)
+    // Unsigned weights of the bytes of words, and the signed bytes.
+    static Lanes weighted(u32 low, u32 high, Lanes data)
+    {
+        return multiply_add_bytes(native(U32{} + (low | high << 8) * 0x10001), data);
+    }
+    static Lanes doubled(Lanes v) { return add_saturated(v, v); }
+
+    // Channels in the upper bytes of words, one word per pixel. They are biased by 128, as all bytes are here: signed, they
+    // serve as factors of byte weights, and sums saturate only where results clamp. Everything is halved to fit: 298 is
+    // 149, 409 is 204 and the half that >> 1 keeps, 516 is twice 129 twice.
+    struct Channels {
+        Lanes r, g, b;
+    };
+    template <class Yuv> static Channels channels(U32 pairs)
+    {
+        // What biases, offset and rounding leave, 149 * 112 + 64 - 128 * 128, is 4 * 92 and takes the place of chroma.
+        constexpr u32 lumas = 0xFFu << Yuv::y0 | 0xFFu << Yuv::y1;
+        const auto y = native((pairs & lumas) ^ ((0x80808080 & lumas) | (0x5C5C5C5C & ~lumas)));
+        const auto luma = Yuv::y0 == 0 ? weighted(149, 4, y) : weighted(4, 149, y);
+        constexpr u32 u = Yuv::u / 8, v = Yuv::v / 8;
+        const auto uv = shuffle_bytes(native(pairs ^ 0x80808080), unit_order(u, v, u, v));
+        const auto half_v = native(signed_words(uv) >> 9), half_u = weighted(129, 0, uv);
+        return {doubled(add_saturated(add_saturated(luma, weighted(0, 204, uv)), half_v)),
+                doubled(subtract_saturated(luma, weighted(50, 104, uv))),
+                doubled(add_saturated(add_saturated(luma, half_u), half_u))};
+    }
+    template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
+    {
+        const Channels c = channels<Yuv>(units(in_zip_order(native(pairs))));
+        const auto low = [](Lanes v) { return words(v) >> 8; };
+        const auto high = [](Lanes v) { return words(v) & 0xFF00; };
+        return Rgb::x == 0 ? zip(high(c.r) ^ 0x80FF, (high(c.b) | low(c.g)) ^ 0x8080)
+                           : zip((high(c.g) | low(c.b)) ^ 0x8080, low(c.r) ^ 0xFF80);
+    }
+
+    template <class Rgb> static constexpr u32 weights(int r, int g, int b)
+    {
+        const auto byte = [](int weight) { return static_cast<u32>(weight & 0xFF); };
+        return byte(r) << Rgb::r | byte(g) << Rgb::g | byte(b) << Rgb::b;
+    }
+    // Of each left pixel the sums of both chromas stand side by side, where those of both lumas do.
+    template <class Rgb, class Yuv> static U32 encode(Pixels pixels)
+    {
+        const auto both = [&](auto sums) {
+            return words(pack_units(add_neighbours(sums(native(pixels.low))),
+                                    add_neighbours(sums(native(pixels.high)))));
+        };
+        // Of biased channels: the bias, the rounding and the offset of 16 are one number.
+        const U16 y = both([](Lanes v) {
+                          return multiply_add_bytes(native(U32{} + weights<Rgb>(66, 129, 25)),
+                                                    native(units(v) ^ 0x80808080));
+                      }) +
+                      ((66 + 129 + 25) * 128 + 128 + 16 * 256);
+        const U16 uv = both([](Lanes v) {
+            constexpr u32 of_u = weights<Rgb>(-38, -74, 112), of_v = weights<Rgb>(112, -94, -18);
+            U32 factors;
+            for (u32 i = 0; i < Bytes / 4; ++i)
+                factors[i] = (i % 2 == 0) == (Yuv::u < Yuv::v) ? of_u : of_v;
+            return multiply_add_bytes(left_twice(v), native(factors));
+        });
+        const U16 low = Yuv::y0 == 0 ? y : uv, high = Yuv::y0 == 0 ? uv : y;
+        return units(from_pack_order(native((low >> 8 | (high & 0xFF00)) ^ (Yuv::y0 == 0 ? 0x8000 : 0x80))));
+    }
+#else
     static I16 every(int16_t value)
     {
         const I16 zero = {};
         return zero + value;
     }
-    static I16 halves(U32 v) { return reinterpret_cast<I16>(v); }
-    template <class V> static U32 words(V v) { return reinterpret_cast<U32>(v); }
-
-#if defined(__SSSE3__)
-    // Bytes biased by 128 are signed and serve as factors of byte weights. Everything is halved to fit: 298 is 149, 409 is
-    // 204 and the half that >> 1 keeps, 516 is twice 129 twice. Sums saturate only where results clamp.
-    using Lanes = typename Native<Bytes>::Type;
-    static Lanes lanes_of(U32 v) { return reinterpret_cast<Lanes>(v); }
-    static Lanes lanes_of(I16 v) { return reinterpret_cast<Lanes>(v); }
-    static Lanes weighted(u32 low, u32 high, Lanes data)
-    {
-        return multiply_add_bytes(lanes_of(U32{} + (low | high << 8) * 0x10001), data);
-    }
-    // Adds what the bias of luma leaves, less its offset of 16, and half of the rounding 128.
-    static Lanes finished(Lanes sum)
-    {
-        return lanes_of(reinterpret_cast<I16>(add_saturated(sum, lanes_of(every(16752)))) >> 7);
-    }
-    template <class Rgb> static Lanes weights(int r, int g, int b)
-    {
-        const auto byte = [](int weight) { return static_cast<u32>(weight & 0xFF); };
-        return lanes_of(U32{} + (byte(r) << Rgb::r | byte(g) << Rgb::g | byte(b) << Rgb::b));
-    }
-    // Of biased channels: the bias, the rounding and the offset of 16 are one number.
-    template <class Rgb> static U32 luma(U32 pixels)
-    {
-        return sum_of_unit(weights<Rgb>(66, 129, 25), lanes_of(pixels ^ 0x80808080)) +
-               ((66 + 129 + 25) * 128 + 128 + 16 * 256);
-    }
-    static U32 sum_of_unit(Lanes a, Lanes b) { return words(add_neighbours(multiply_add_bytes(a, b))); }
-
-    template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
-    {
-        const auto biased = lanes_of(in_zip_order(pairs) ^ 0x80808080);
-        constexpr u32 y0 = Yuv::y0 / 8, y1 = Yuv::y1 / 8, u = Yuv::u / 8, v = Yuv::v / 8;
-        const auto yv = shuffle_bytes(biased, unit_order(y0, v, y1, v));
-        const auto yu = shuffle_bytes(biased, unit_order(y0, u, y1, u));
-        const auto half_v = lanes_of(reinterpret_cast<I16>(yv) >> 9);
-        const auto r = finished(add_saturated(weighted(149, 204, yv), half_v));
-        const auto b = finished(add_saturated(weighted(149, 129, yu), weighted(0, 129, yu)));
-        const auto g = finished(subtract_saturated(
-            subtract_saturated(weighted(149, 0, yu), weighted(0, 104, yv)), weighted(0, 50, yu)));
-        const auto x = lanes_of(every(255));
-        const auto first = Rgb::x == 0 ? pack_unsigned(x, g) : pack_unsigned(b, r);
-        const auto second = Rgb::x == 0 ? pack_unsigned(r, b) : pack_unsigned(g, x);
-        const auto low = zip_bytes_low(first, second), high = zip_bytes_high(first, second);
-        return {words(zip_words_low(low, high)), words(zip_words_high(low, high))};
-    }
-
-    template <class Rgb, class Yuv> static U32 encode(Pixels pixels)
-    {
-        const Pixels y = unzip(luma<Rgb>(pixels.low), luma<Rgb>(pixels.high));
-        const auto left = lanes_of(unzip(pixels.low, pixels.high).low);
-        const U32 u = sum_of_unit(left, weights<Rgb>(-38, -74, 112)) + 128 * 256;
-        const U32 v = sum_of_unit(left, weights<Rgb>(112, -94, -18)) + 128 * 256;
-        return from_zip_order((y.low >> 8 & 0xFF) << Yuv::y0 | (y.high >> 8 & 0xFF) << Yuv::y1 |
-                              (u >> 8 & 0xFF) << Yuv::u | (v >> 8 & 0xFF) << Yuv::v);
-    }
-#else
     static U16 clamped(I16 v)
     {
         v = v < 0 ? I16{} : v;
-        return reinterpret_cast<U16>(v > 255 ? every(255) : v);
+        return words(v > 255 ? every(255) : v);
     }
 
     // The coefficients are split so that everything fits 16 bits: 298 = 256 + 42, 409 = 256 + 153, 208 = 256 - 48,
@@ -141,8 +109,8 @@ template <u32 Bytes> struct PairVector {
     template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
     {
         const U32 us = pairs >> Yuv::u & 0xFF, vs = pairs >> Yuv::v & 0xFF;
-        const I16 c = halves(pairs >> Yuv::y0 & 0x00FF00FF) - 16;
-        const I16 d = halves(us | us << 16) - 128, e = halves(vs | vs << 16) - 128;
+        const I16 c = signed_words(pairs >> Yuv::y0 & 0x00FF00FF) - 16;
+        const I16 d = signed_words(us | us << 16) - 128, e = signed_words(vs | vs << 16) - 128;
         const I16 rest = c * 42 + 128;
         const U16 r = clamped(c + e + ((rest + e * 153) >> 8));
         const U16 g = clamped(c - e + ((rest + e * 48 - d * 100) >> 8));
@@ -153,20 +121,21 @@ template <u32 Bytes> struct PairVector {
     // Sums of luma reach 56228, and are unsigned; those of chroma are signed.
     template <class Rgb, class Yuv> static U32 encode(Pixels pixels)
     {
-        const Pixels sides = unzip(pixels.low, pixels.high);
+        const auto left = [](U32 a, U32 b) {
+            return units(_mm_shuffle_ps(reinterpret_cast<__m128>(a), reinterpret_cast<__m128>(b), 0x88));
+        };
+        const auto right = [](U32 a, U32 b) {
+            return units(_mm_shuffle_ps(reinterpret_cast<__m128>(a), reinterpret_cast<__m128>(b), 0xDD));
+        };
+        const Pixels sides = {left(pixels.low, pixels.high), right(pixels.low, pixels.high)};
         const auto both = [&](u32 shift) {
-            return reinterpret_cast<U16>((sides.low >> shift & 0xFF) | (sides.high >> shift & 0xFF) << 16);
+            return words((sides.low >> shift & 0xFF) | (sides.high >> shift & 0xFF) << 16);
         };
         const U16 r = both(Rgb::r), g = both(Rgb::g), b = both(Rgb::b);
         const U16 y = ((r * 66 + g * 129 + b * 25 + 128) >> 8) + 16;
-        const I16 u = (halves(words(b * 112 - r * 38 - g * 74)) >> 8) + 128;
-        const I16 v = (halves(words(r * 112 - g * 94 - b * 18)) >> 8) + 128;
-        return words(y) << Yuv::y0 | (words(u) & 0xFF) << Yuv::u | (words(v) & 0xFF) << Yuv::v;
-    }
-    static Pixels zip(U16 a, U16 b)
-    {
-        const auto x = reinterpret_cast<__m128i>(a), y = reinterpret_cast<__m128i>(b);
-        return {words(_mm_unpacklo_epi16(x, y)), words(_mm_unpackhi_epi16(x, y))};
+        const I16 u = (signed_words(b * 112 - r * 38 - g * 74) >> 8) + 128;
+        const I16 v = (signed_words(r * 112 - g * 94 - b * 18) >> 8) + 128;
+        return units(y) << Yuv::y0 | (units(u) & 0xFF) << Yuv::u | (units(v) & 0xFF) << Yuv::v;
     }
 #endif
 };

@@ -10,15 +10,13 @@ namespace {
 
 enum SingleConstant { y_offset, chroma_offset, y_factor, u_in_b, v_in_r, u_in_g, v_in_g };
 
-// A vector of floats: a constant, what integers are, and what they become, rounded as the processor is set to.
+// A vector of floats: a constant, and what they become, rounded as the processor is set to.
 template <u32 Bytes> struct Singles;
 template <> struct Singles<16> {
     using F = __m128;
     using I = __m128i;
     static F constant(SingleConstant row) { return _mm_load_ps(VEXLOR_YUV_2_RGB_SSE2_CONSTS[row]); }
-    static F of(I v) { return _mm_cvtepi32_ps(v); }
     static I rounded(F v) { return _mm_cvtps_epi32(v); }
-    static I pack(I a, I b) { return _mm_packs_epi32(a, b); }
     static I zip(I a, I b) { return _mm_unpacklo_epi32(a, b); }
     static I zip_high(I a, I b) { return _mm_unpackhi_epi32(a, b); }
 };
@@ -27,9 +25,7 @@ template <> struct Singles<32> {
     using F = __m256;
     using I = __m256i;
     static F constant(SingleConstant row) { return _mm256_broadcast_ss(VEXLOR_YUV_2_RGB_SSE2_CONSTS[row]); }
-    static F of(I v) { return _mm256_cvtepi32_ps(v); }
     static I rounded(F v) { return _mm256_cvtps_epi32(v); }
-    static I pack(I a, I b) { return _mm256_packs_epi32(a, b); }
     static I zip(I a, I b) { return _mm256_unpacklo_epi32(a, b); }
     static I zip_high(I a, I b) { return _mm256_unpackhi_epi32(a, b); }
 };
@@ -39,13 +35,44 @@ template <> struct Singles<64> {
     using F = __m512;
     using I = __m512i;
     static F constant(SingleConstant row) { return _mm512_set1_ps(VEXLOR_YUV_2_RGB_SSE2_CONSTS[row][0]); }
-    static F of(I v) { return _mm512_cvtepi32_ps(v); }
     static I rounded(F v) { return _mm512_cvtps_epi32(v); }
-    static I pack(I a, I b) { return _mm512_packs_epi32(a, b); }
-    static I zip(I a, I b) { return _mm512_unpacklo_epi32(a, b); }
-    static I zip_high(I a, I b) { return _mm512_unpackhi_epi32(a, b); }
 };
 #endif
+
+// Pixels with an X byte of 0 from words: in each 128-bit lane four left pixels, then four right ones.
+template <u32 Bytes, class I> inline Twice<typename Vector<Bytes>::U32> pixels_of_sides(I r, I g, I b)
+{
+    using U32 = typename Vector<Bytes>::U32;
+    const auto rb = pack_unsigned(r, b), xg = pack_unsigned(I{}, g);
+#if defined(__AVX512VBMI__)
+    if constexpr (Bytes == 64) {
+        // By bytes of the pixels, from the two halves of the vector. Those of g lie where those of b do.
+        alignas(64) static constexpr auto places = [] {
+            struct {
+                u8 of[64];
+            } t{};
+            for (u32 i = 0; i < 64; ++i) {
+                const u32 pair = i / 8, right = i / 4 % 2, channel = i % 4;
+                t.of[i] = static_cast<u8>(pair / 4 * 16 + pair % 4 + right * 4 + (channel == 1 ? 0 : 8));
+            }
+            return t;
+        }();
+        const I low = load<I>(places.of), high = low + native(U32{} + 0x20202020);
+        const auto half = [=](I place) {
+            return reinterpret_cast<U32>(
+                _mm512_mask_permutexvar_epi8(_mm512_maskz_permutexvar_epi8(0xAAAA'AAAA'AAAA'AAAA, place, rb),
+                                             0x4444'4444'4444'4444, place, xg));
+        };
+        return {half(low), half(high)};
+    }
+#endif
+    if constexpr (Bytes < 64) {
+        using S = Singles<Bytes>;
+        const auto xr = zip_bytes_low(xg, rb), gb = zip_bytes_high(xg, rb);
+        const auto left = zip_words_low(xr, gb), right = zip_words_high(xr, gb);
+        return {reinterpret_cast<U32>(S::zip(left, right)), reinterpret_cast<U32>(S::zip_high(left, right))};
+    }
+}
 
 // The left and the right pixels of pairs have their chroma in common.
 template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>::U32 row)
@@ -53,25 +80,23 @@ template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>
     using U32 = typename Vector<Bytes>::U32;
     using S = Singles<Bytes>;
     using F = typename S::F;
-    const U32 pairs = PairVector<Bytes>::in_zip_order(row);
-    const auto field = [&](u32 shift) { return S::of(native(pairs >> shift & 0xFF)); };
-    const auto luma = [&](u32 shift) {
-        return (field(shift) - S::constant(y_offset)) * S::constant(y_factor);
+    const U32 pairs = Bytes == 64 ? row : reinterpret_cast<U32>(in_zip_order(native(row)));
+    // A byte within the digits of 2^23, or one place higher of 2^15, less that and its offset: exact.
+    const auto field = [&](u32 shift, SingleConstant offset) {
+        const U32 half = shift < 16 ? pairs : pairs >> 16;
+        const auto digits = shift % 16 == 0 ? (half & 0xFF) | 0x4B000000 : (half & 0xFF00) | 0x47000000;
+        return reinterpret_cast<F>(digits) - (S::constant(offset) + (shift % 16 == 0 ? 0x1p23F : 0x1p15F));
     };
-    const F u = field(Yuv::u) - S::constant(chroma_offset), v = field(Yuv::v) - S::constant(chroma_offset);
-    const F y0 = luma(Yuv::y0), y1 = luma(Yuv::y1);
-    const auto both = [&](auto channel) { return S::pack(S::rounded(channel(y0)), S::rounded(channel(y1))); };
+    const F u = field(Yuv::u, chroma_offset), v = field(Yuv::v, chroma_offset);
+    const F y0 = field(Yuv::y0, y_offset) * S::constant(y_factor),
+            y1 = field(Yuv::y1, y_offset) * S::constant(y_factor);
+    const auto both = [&](auto channel) {
+        return pack_units(S::rounded(channel(y0)), S::rounded(channel(y1)));
+    };
     const F rv = v * S::constant(v_in_r), gu = u * S::constant(u_in_g), gv = v * S::constant(v_in_g),
             bu = u * S::constant(u_in_b);
-    const auto r = both([&](F y) { return y + rv; });
-    const auto g = both([&](F y) { return y + gu + gv; });
-    const auto b = both([&](F y) { return y + bu; });
-    // Each holds four left pixels, then four right ones.
-    const auto xg = pack_unsigned(native(U32{}), g), rb = pack_unsigned(r, b);
-    const auto xr = zip_bytes_low(xg, rb), gb = zip_bytes_high(xg, rb);
-    const auto left = zip_words_low(xr, gb), right = zip_words_high(xr, gb);
-    return Twice<U32>{reinterpret_cast<U32>(S::zip(left, right)),
-                      reinterpret_cast<U32>(S::zip_high(left, right))};
+    return pixels_of_sides<Bytes>(both([&](F y) { return y + rv; }), both([&](F y) { return y + gu + gv; }),
+                                  both([&](F y) { return y + bu; }));
 }
 
 // Pairs before the destination's first 16-byte boundary and a last single pair take the integer arithmetic, with an X
@@ -79,23 +104,29 @@ template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>
 template <class Yuv> void decode_row_single(const void* src, void* dst, i32 count)
 {
     const i32 pairs = whole_pairs(count);
-    const auto integers = [=](i32 i, i32 many) {
-        decode_row<Yuv, X8R8G8B8>(pair_at(src, i), left_pixel_at(dst, i), 2 * many);
+    const auto in_integers = [=](i32 i) {
+        constexpr Part<4> vector;
+        vector.store_twice(left_pixel_at(dst, i),
+                           PairVector<16>::decode<Yuv, X8R8G8B8>(vector.load(pair_at(src, i))));
     };
     const auto behind = reinterpret_cast<uintptr_t>(dst) % 16; // a boundary
     const i32 i = behind != 0;
     if (behind % 8 != 0 || i >= pairs)
-        return integers(0, pairs);
-    integers(0, i);
+        return decode_row<Yuv, X8R8G8B8>(src, dst, count);
+    if (i != 0)
+        in_integers(0);
     const i32 in_vectors = (pairs - i) & ~1;
     const void* const from = pair_at(src, i);
     void* const to = left_pixel_at(dst, i);
+    const auto make = [=](auto vector, i32 k) {
+        return decode_single<Yuv, vector.bytes>(vector.load(pair_at(from, k)));
+    };
     for_pairs(
-        2 * in_vectors,
-        [=](auto vector, i32 k) { return decode_single<Yuv, vector.bytes>(vector.load(pair_at(from, k))); },
+        2 * in_vectors, make,
         [=](auto vector, i32 k, auto pixels) { vector.store_twice(left_pixel_at(to, k), pixels); },
         [](i32) {});
-    integers(i + in_vectors, pairs - i - in_vectors);
+    if (pairs - i != in_vectors)
+        in_integers(pairs - 1);
 }
 
 #else

@@ -132,7 +132,7 @@ void repeat_edge_rows(const vexlor_cache& cache, i32 rows)
     const auto pitch = static_cast<size_t>(cache.pitch);
     memcpy(cache.buffer - pitch, cache.buffer, pitch);
     u8* const behind = cache.buffer + static_cast<size_t>(rows) * pitch;
-    if (behind > cache.last_row)
+    if (ends_behind(cache, rows))
         memcpy(behind, behind - pitch, pitch);
 }
 
@@ -177,6 +177,11 @@ bool load_band(vexlor_cache& cache, const Band& band, i64 need, u64 out_unit)
 bool vexlor::is_regular(const vexlor_cache& cache)
 {
     return cache.last_row - cache.buffer == (i64{cache.capacity} - 1) * cache.pitch;
+}
+
+bool vexlor::ends_behind(const vexlor_cache& cache, i32 rows)
+{
+    return i64{rows} * cache.pitch > cache.last_row - cache.buffer;
 }
 
 void vexlor_cache_init(vexlor_cache** out) { *out = static_cast<vexlor_cache*>(calloc(1, sizeof **out)); }

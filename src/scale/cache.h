@@ -23,6 +23,8 @@ struct CacheUse {
 
 // Whether the cache's rows lie one pitch apart up to the last one. It may have been made for narrower ones.
 bool is_regular(const vexlor_cache& cache);
+// Whether a band of so many rows ends where the cache's rows do.
+bool ends_behind(const vexlor_cache& cache, i32 rows);
 
 // vexlor_cache_update for one use.
 i32 update_cache(vexlor_cache& cache, vexlor_convert_fn convert, vexlor_memcpy_fn copy, i32 in_unit,

@@ -174,6 +174,14 @@ public:
         make(spare.at());
         kernels().copy_rows_streaming(dst, 0, spare.at(), 0, bytes, 1);
     }
+    // The row that was made last, once more.
+    void repeat(u8* dst, const u8* row) const
+    {
+        if (spare)
+            kernels().copy_rows_streaming(dst, 0, spare.at(), 0, bytes, 1);
+        else
+            memmove(dst, row, bytes);
+    }
 
 private:
     size_t bytes;
@@ -191,7 +199,7 @@ inline void filter_rows(const Scale& s, vexlor_filter_fn filter, auto store_row)
     const u8* const first = seen(pixel_address(s.src, s.from.x, s.from.y, pixel));
     const u8* const last = moved(first, bytes_of(i64{s.from.h} - 1, s.src.stride) + row_length);
     vexlor_filter_params params = params_of(s, s.src.stride);
-    RowFilter row_filter(filter, params, !reads_what_it_draws(s));
+    RowFilter row_filter(filter, params, reads_what_it_draws(s) ? SourceRows::change : SourceRows::stay);
     for_each_row(s, params, [&](const u8* src, u8* dst) {
         const u8* const row = seen(src);
         seen.refresh();

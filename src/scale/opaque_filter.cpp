@@ -57,64 +57,105 @@ bool is_own(vexlor_convert_fn convert)
     return false;
 }
 
-// The converters always get the whole surface's width, so that a row comes out alike wherever its rectangle
-// starts; rows near the end of the surface are converted from memory of our own, behind the filtered row.
+// The bands of converted rows of one call. The converters always get the whole surface's width, so that a row comes out
+// alike wherever its rectangle starts; rows near the end of the surface are converted from memory of our own.
+class Bands {
+public:
+    Bands(const Scale& scale, vexlor_convert_fn converter, const SourceBound& bound)
+        : s(scale), convert(converter), rows_per_row(step_of(s.from.h, s.to.h) >> 16),
+          rows(rows_per_row > 1 ? rows_per_row : 1),
+          reads_two_rows(s.ctx.filter != VEXLOR_FILTER_CATROM && s.from.w > 1 && s.to.h <= INT16_MAX),
+          use{.bound = &bound, .edges = !reads_two_rows}, rows_left(s.to.h)
+    {
+        vexlor_cache_reset(s.ctx.cache);
+    }
+    // Box and linear filters read two rows of a band, and of an enlarged one the only one. Of half a pair they also read
+    // the pixel before.
+    SourceRows kind() const { return reads_two_rows ? SourceRows::serve_once : SourceRows::stay; }
+    bool reads_one_row() const { return reads_two_rows && rows_per_row == 0; }
+
+    // Whether the band is the one before: it stays as it is, and so does the row that a filter of one row makes of it.
+    bool is_held(const u8* first)
+    {
+        --rows_left;
+        return first == held;
+    }
+    // False without memory: the call then draws nothing more.
+    bool load(u8* first, vexlor_filter_params& params, RowFilter& filter)
+    {
+        vexlor_cache& cache = *s.ctx.cache;
+        // Bands that fill the cache replace each other. Between its first band and its last one, which stays behind, a call
+        // may leave rows out.
+        const bool partly = held && rows_left != 0 && reads_two_rows && is_own(convert) &&
+                            cache.capacity == rows_per_row && is_regular(cache);
+        use.first_read = partly ? params.yhalf_rows : 0;
+        use.rows_read = partly ? 2 : INT32_MAX;
+        held = first;
+        // The last pair, and before the row when that is half a pair.
+        u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
+        const i32 pitch = update_cache(cache, convert, s.ctx.memcpy, 4, 8, s.src.width, s.src.stride, rows,
+                                       &first, &last, use);
+        if (pitch == 0)
+            return false;
+        params.stride = static_cast<u32>(pitch);
+        filter.forget();
+        band = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
+        // Behind a band that fills the cache its last row repeats. A row that ends the picture mixes with itself alike.
+        if (ends_behind(cache, rows)) {
+            if (use.edges && rows == 1)
+                filter.forget_around(first, params.stride);
+            if (reads_two_rows && params.yhalf_rows == rows - 1)
+                band.last = moved(last, bytes_of(params.yhalf_rows, params.stride));
+        }
+        return true;
+    }
+
+    const FilterPlace& place() const { return band; }
+
+private:
+    const Scale& s;
+    vexlor_convert_fn convert;
+    i32 rows_per_row, rows;
+    bool reads_two_rows;
+    CacheUse use;
+    i32 rows_left;
+    const u8* held = nullptr; // the source row at the band's begin
+    FilterPlace band{};
+};
+
 void scale_yuv(const Scale& s, u32 pair)
 {
     const vexlor_convert_fn* const converters = s.ctx.conversions + size_t{pair} * 2;
     const vexlor_convert_fn to_dst = converters[0], from_src = converters[1];
     if (!s.ctx.cache || !s.ctx.memcpy || !to_dst || !from_src)
         return;
+    // Rows of our own lie behind the filtered row.
     const Buffer memory(row_bytes_32(s) + u64{static_cast<u32>(s.src.width)} * 2);
     if (!memory)
         return;
     const SourceBound bound{end_of(s.src), memory.at(row_bytes_32(s))};
-    const vexlor_filter_fn filter = filter_8888(s);
     vexlor_filter_params params = params_of(s, 0);
-    const i32 rows_per_row = step_of(s.from.h, s.to.h) >> 16;
-    const i32 rows = rows_per_row > 1 ? rows_per_row : 1;
-    RowFilter row_filter(filter, params, true);
-    // Box and linear filters read two rows of a band, and of an enlarged one the only one. Of half a pair they also read
-    // the pixel before.
-    const bool reads_two_rows = s.ctx.filter != VEXLOR_FILTER_CATROM && s.from.w > 1 && s.to.h <= INT16_MAX;
-    const bool reads_one_row = reads_two_rows && rows_per_row == 0;
-    CacheUse use{.bound = &bound, .edges = !reads_two_rows || rows_per_row == 1 || rows_per_row == 2};
-    const bool is_rgb = to_dst == vexlor_1d_passthrough;
+    Bands bands(s, from_src, bound);
+    RowFilter row_filter(filter_8888(s), params, bands.kind());
     const PlainRows plain(s);
-    const u8* held = nullptr; // the source row at the band's begin
-    FilterPlace place{};
+    const u8* drawn = memory.at(); // the row above, once there is one
     bool drawing = true;
-    i32 rows_left = s.to.h;
-
-    vexlor_cache_reset(s.ctx.cache);
     for_each_row(s, params, [&](u8* first, u8* dst) {
-        // The same band again stays as it is, and so does the row that a filter of one row makes of it.
-        const bool same_band = first == held;
-        --rows_left;
-        if (drawing && !same_band) {
-            // Bands that fill the cache replace each other. Between its first band and its last one, which stays behind, a
-            // call may leave rows out.
-            const bool partly = held && rows_left != 0 && reads_two_rows && is_own(from_src) &&
-                                s.ctx.cache->capacity == rows_per_row && is_regular(*s.ctx.cache);
-            use.first_read = partly ? params.yhalf_rows : 0;
-            use.rows_read = partly ? 2 : INT32_MAX;
-            held = first;
-            // The last pair, and before the row when that is half a pair.
-            u8* last = moved(first, bytes_of(s.from.w, 2) - 4);
-            const i32 pitch = update_cache(*s.ctx.cache, from_src, s.ctx.memcpy, 4, 8, s.src.width,
-                                           s.src.stride, rows, &first, &last, use);
-            drawing = pitch != 0;
-            params.stride = static_cast<u32>(pitch);
-            place = {first, moved(first, bytes_of(rows_per_row, params.stride)), first, last};
-            row_filter.forget();
-        }
+        const bool same_band = bands.is_held(first);
+        drawing = drawing && (same_band || bands.load(first, params, row_filter));
         if (!drawing)
             return;
-        if (is_rgb)
-            return plain(dst, [&](u8* to) { row_filter(place, params, to); });
-        if (!same_band || !reads_one_row)
-            row_filter(place, params, memory.at());
-        to_dst(memory.at(), dst, s.to.w);
+        const bool same_row = same_band && bands.reads_one_row();
+        if (to_dst != vexlor_1d_passthrough) {
+            if (!same_row)
+                row_filter(bands.place(), params, memory.at());
+            return to_dst(memory.at(), dst, s.to.w);
+        }
+        if (same_row)
+            plain.repeat(dst, drawn);
+        else
+            plain(dst, [&](u8* to) { row_filter(bands.place(), params, to); });
+        drawn = dst;
     });
 }
 

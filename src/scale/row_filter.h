@@ -5,14 +5,19 @@
 #include "isa/kernels.h"
 #include "scale/buffer.h"
 
+#include <string.h>
+
 namespace vexlor {
 namespace {
 
+// What becomes of source rows: they may change while the call draws, stay, or even serve one destination row at most.
+enum class SourceRows { change, stay, serve_once };
+
 class RowFilter {
 public:
-    RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, bool rows_stay)
-        : filter(whole), passes(rows_stay ? passes_of(whole, kernels()) : Passes{}),
-          columns(with_whole_blocks(params.count)),
+    RowFilter(vexlor_filter_fn whole, const vexlor_filter_params& params, SourceRows source)
+        : filter(whole), passes(source == SourceRows::change ? Passes{} : passes_of(whole, kernels())),
+          serve_once(source == SourceRows::serve_once), columns(with_whole_blocks(params.count)),
           memory(passes.taps == 0
                      ? 0
                      : columns * (passes.column_bytes + u64{passes.taps} * passes.value_bytes) + column_block)
@@ -39,6 +44,14 @@ public:
     {
         for (TapRow& row : held)
             row = {};
+        pitch = 0;
+    }
+    // Likewise, with the same 32-bit pixels one pitch before a row and one pitch behind it.
+    void forget_around(const u8* row, u32 row_pitch)
+    {
+        forget();
+        start = reinterpret_cast<uintptr_t>(row);
+        pitch = row_pitch;
     }
 
 private:
@@ -48,6 +61,11 @@ private:
         TapRow rows[most_taps];
         const u32 apart = passes.find_rows(place, params, rows);
         if (apart == params.count)
+            return apart;
+        for (u32 tap = 0; tap < passes.taps && pitch != 0; ++tap)
+            if (rows[tap].start < start && start - rows[tap].start <= pitch && rows[tap].end < start + pitch)
+                rows[tap] = {rows[tap].start + pitch, rows[tap].end + pitch};
+        if (serve_once && passes.both_once && passes.both_once(rows, params, out))
             return apart;
         if (passes.both && passes.both(rows, params, out))
             return apart;
@@ -68,9 +86,45 @@ private:
             if (!is_asked_for(held[i], rows))
                 slot = i;
         }
-        passes.across(rows[tap], params, column_data(), values_in(slot));
+        if (pitch == 0 || !copy_neighbour(rows[tap], params, slot))
+            passes.across(rows[tap], params, column_data(), values_in(slot));
         held[slot] = rows[tap];
         return values_in(slot);
+    }
+    // Columns of a row from begin to end; only those of colours may begin elsewhere than at 0.
+    void across(TapRow row, const vexlor_filter_params& params, u32 begin, u32 end, u32 slot)
+    {
+        vexlor_filter_params part = params;
+        part.count = end - begin;
+        passes.across(row, part, moved(column_data(), bytes_of(begin, passes.column_bytes)),
+                      moved(values_in(slot), bytes_of(begin, passes.value_bytes)));
+    }
+    // To twice the width, the values of a row that begins one pixel before or behind a held one are its values, two columns
+    // off, but where taps reach the rows' ends. Passes may write some columns more than they are told to, in whole blocks.
+    bool copy_neighbour(TapRow row, const vexlor_filter_params& params, u32 slot)
+    {
+        constexpr u32 pixel = 4, reach = 3, off = 2, block = 16;
+        const auto pixels = static_cast<i64>((row.end - row.start) / pixel) + 1;
+        if (passes.taps <= 2 || params.xstep != 0x8000 || pixels < i64{2} * block || params.count < 4 * block)
+            return false;
+        const auto inside = static_cast<u64>(2 * (pixels - reach));
+        const u32 end =
+            (inside < params.count ? static_cast<u32>(inside) - off : params.count - off) & ~(block - 1);
+        for (u32 i = 0; i < passes.taps; ++i) {
+            const bool before = row.start == held[i].start - pixel,
+                       behind = row.start == held[i].start + pixel;
+            if (i == slot || (!before && !behind) || held[i].end - held[i].start != row.end - row.start)
+                continue;
+            const u32 to = before ? 2 * off : off, from = before ? off : 2 * off;
+            const auto at = [&](u32 row_slot, u32 column) {
+                return moved(values_in(row_slot), bytes_of(column, passes.value_bytes));
+            };
+            across(row, params, 0, to, slot);
+            memcpy(at(slot, to), at(i, from), bytes_of(end - to, passes.value_bytes));
+            across(row, params, end, params.count, slot);
+            return true;
+        }
+        return false;
     }
     bool is_asked_for(const TapRow& row, const TapRow* rows) const
     {
@@ -93,9 +147,12 @@ private:
 
     vexlor_filter_fn filter;
     Passes passes;
+    bool serve_once;
     u64 columns;
     Buffer memory;
     TapRow held[most_taps] = {}; // no row of a surface starts at address 0
+    uintptr_t start = 0;
+    u32 pitch = 0; // between the copies of the row at start; 0 without any
 };
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "row/stepped.h"
 #include "row/unzip.h"
 #include "row/windows.h"
-#include "row/yuv_kernels.h"
 
 namespace vexlor {
 namespace {
@@ -168,56 +167,6 @@ inline void scale_opaque_nofilt_565(const void* src, void* dst, u32, u32 count, 
     u32 i = scale_565_vectors(src, pixels, count, x, step);
     for (i64 at = x + i64{i} * step; i < count; ++i, at += step)
         store(pixels + i, load<u16>(moved(src, bytes_of(at >> 16, 2))));
-}
-
-constexpr u32 yuv_block = 256; // source pairs that are converted at a time
-
-// Returns the pairs that it made. Where vectors are a whole number of source pairs apart, in a picture that is enlarged 2 or
-// 4 times, each pair is decoded once, into a block of pixels that the copies are picked from, alike for every vector.
-template <class Yuv, class Rgb>
-u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* dst,
-                [[maybe_unused]] u32 pairs)
-{
-#if defined(__AVX2__)
-    using Pixels = Vector<vector_bytes>::U32;
-    constexpr u32 made = lane_count<Pixels> / 2; // pairs of a vector
-    const u32 by = static_cast<u32>(source.step) * made >> 16;
-    if (source.step <= 0 || source.step > 0x8000 || (i64{source.step} * made & 0xFFFF) != 0)
-        return 0;
-    alignas(vector_bytes) u32 pixels[2 * (yuv_block + made)];
-    const Pixels lane = lane_numbers<Pixels>();
-    const Pixels steps = (lane >> 1) * static_cast<u32>(source.step) + static_cast<u32>(source.x & 0xFFFF);
-    const Pixels index = (steps >> 16) * 2 + (lane & 1);
-    const u32 all = pairs - pairs % made;
-    for (u32 i = 0; i < all;) {
-        const i64 first = (source.x >> 16) + i64{i / made} * by;
-        const u32 most = yuv_block / by, left = (all - i) / made;
-        const u32 vectors = left < most ? left : most;
-        // The last vector may pick from the pair behind the block.
-        const i64 rest = source.length - first;
-        const auto decoded = static_cast<i32>(rest < yuv_block + 1 ? rest : yuv_block + 1);
-        decode_row<Yuv, Rgb>(source.at(first), pixels, 2 * decoded);
-        for (u32 k = 0; k < vectors; ++k, i += made)
-            store(left_pixel_at(dst, static_cast<i32>(i)),
-                  pick(load<Pixels>(pixels + size_t{2} * k * by), index));
-    }
-    return all;
-#else
-    return 0;
-#endif
-}
-
-template <class Yuv, class Rgb>
-void scale_opaque_nofilt_yuv(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
-{
-    const u32 pairs = count / 2;
-    const Stepped source(src, x, step, pairs);
-    u32 picked[yuv_block];
-    for (u32 i = enlarge_yuv<Yuv, Rgb>(source, dst, pairs); i < pairs; i += yuv_block) {
-        const u32 number = pairs - i < yuv_block ? pairs - i : yuv_block;
-        write_units(source.from(i, number), picked, number, [](auto pair) { return pair; });
-        decode_row<Yuv, Rgb>(picked, left_pixel_at(dst, static_cast<i32>(i)), static_cast<i32>(2 * number));
-    }
 }
 
 // Both alpha shifts are that of the destination's format.

@@ -61,6 +61,35 @@ TEST(LargePictures, AreFilledAndCopied)
     }
 }
 
+// Into memory at every place within a line of the cache.
+TEST(LargePictures, AreConverted)
+{
+    constexpr int32_t width = 2100, height = 2010, few = 8;
+    Random random(93);
+    const Context ctx = make_context();
+    for (const uint32_t from : {VEXLOR_FMT_Y8V8Y8U8, VEXLOR_FMT_U8Y8V8Y8}) {
+        Picture src(from, width, height, 0);
+        src.draw(random);
+        for (const uint32_t to : {VEXLOR_FMT_X8R8G8B8, VEXLOR_FMT_B8G8R8X8}) {
+            Picture small(to, width, few, 4), large(to, width, height, 0);
+            EXPECT_EQ(vexlor_copy(ctx.get(), &src.desc, &small.desc, 0, 0, 0, 0, width, few), 0u);
+            large.bytes.resize(large.bytes.size() + 64);
+            uint8_t* const first = large.bytes.data();
+            for (size_t off = 0; off < 64; off += random.pick({4u, 8u, 24u})) {
+                large.desc.pixels = first + off;
+                std::fill(large.bytes.begin(), large.bytes.end(), untouched);
+                EXPECT_EQ(vexlor_copy(ctx.get(), &src.desc, &large.desc, 0, 0, 0, 0, width, height), 0u);
+                for (int32_t y = 0; y < height; ++y)
+                    ASSERT_EQ(std::memcmp(large.at(y) + off, small.at(y % few), large.row), 0)
+                        << off << ' ' << y;
+                const uint8_t *const end = large.at(height) + off, *const behind = first + large.bytes.size();
+                EXPECT_EQ(std::count(first, first + off, untouched), static_cast<ptrdiff_t>(off));
+                EXPECT_EQ(std::count(end, behind, untouched), 64 - static_cast<ptrdiff_t>(off));
+            }
+        }
+    }
+}
+
 // Rows repeat in the source, so a picture of few rows shows what all of them should be.
 TEST(LargePictures, AreScaledAsSmallOnes)
 {

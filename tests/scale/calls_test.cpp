@@ -72,6 +72,31 @@ TEST(ScaleCalls, EqualTheModel)
     EXPECT_GT(stage.drawn, rounds / 4);
 }
 
+// Rows of several vectors at the ratios that have ways of their own.
+TEST(ScaleCalls, DoubleAndHalveWideRows)
+{
+    Stage stage(16, 34);
+    Random& random = stage.random;
+    for (uint64_t i = 0; i < rounds_of(6000); ++i) {
+        if (random.one_in(12))
+            stage.refresh();
+        random_state(stage.context.get(), random);
+        vexlor_context_set_filter(stage.context.get(), random.below(3));
+        const auto length = [&](uint32_t most) { return 2 * static_cast<int32_t>(1 + random.below(most)); };
+        const int32_t w = length(150), h = length(3), spare = random.one_in(2) ? 0 : length(2);
+        const bool wider = random.one_in(2);
+        const int32_t dh = random.one_in(2) ? h : random.pick({1, 3, 4, 6}) * h / 2;
+        const Rectangles r{0, 0, wider ? w : 2 * w, wider ? h : 2 * h, 0, 0, wider ? 2 * w : w, dh};
+        const auto [from, to] = random.pick(scalable);
+        const auto surface = [&](Arena& arena, uint32_t format, int32_t width, int32_t height) {
+            return surface_at(arena, random.one_in(2) ? Side::begin : Side::end, format, width + spare,
+                              height, random.one_in(2) ? 0 : random.below(9));
+        };
+        ASSERT_TRUE(
+            stage.compare(surface(stage.source, from, r.sw, r.sh), surface(stage.target, to, r.dw, r.dh), r));
+    }
+}
+
 // Surfaces up to five pixels wide and four high, whole or one pixel thin at each edge, at both ends of the memory.
 TEST(ScaleCalls, StayInsideExactSurfaces)
 {

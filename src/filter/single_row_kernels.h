@@ -1,0 +1,77 @@
+// Both passes of 32-bit filters at once, for a row that mixes with no other: the linear one to twice the width, the box to
+// half of it.
+#pragma once
+
+#include "filter/halve_kernels.h"
+#include "filter/pixel_vectors.h"
+#include "row/zip.h"
+
+namespace vexlor {
+namespace {
+
+inline bool double_row_8888([[maybe_unused]] const TapRow* rows,
+                            [[maybe_unused]] const vexlor_filter_params& p, [[maybe_unused]] void* out)
+{
+#if defined(__AVX2__)
+    using Lanes = PixelVector<Pixel8888, vector_bytes>;
+    using Pixels = Lanes::Pixels;
+    const auto* const row = reinterpret_cast<const u32*>(rows[0].start);
+    const u32 number = p.count / 2;
+    const i64 end = static_cast<i64>((rows[0].end - rows[0].start) / 4), begin = i64{number} - Lanes::count;
+    if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count ||
+        !(rows[0] == rows[1]))
+        return false;
+    const auto half_way = Lanes::every_byte(fraction_weight(0x8000));
+    const auto put = [=](u32 i, Pixels left, Pixels right) {
+        const Twice<Pixels> pixels = zip_units(left, Lanes::lerp(left, right, half_way));
+        store(static_cast<u32*>(out) + size_t{2} * i, pixels.low);
+        store(static_cast<u32*>(out) + size_t{2} * i + Lanes::count, pixels.high);
+    };
+    for (u32 i = 0; i < begin; i += Lanes::count) {
+        const auto left = load<Pixels>(row + i);
+        put(i, left, moved_up(left, load<u32>(row + i + Lanes::count)));
+    }
+    // Right taps behind the end find the last pixel. Left ones are read where they are.
+    const auto left = load<Pixels>(row + begin);
+    const Pixels next = lane_numbers<Pixels>() + 1, last = Pixels{} + static_cast<u32>(end - begin);
+    put(static_cast<u32>(begin), left, pick(left, next < last ? next : last));
+    return true;
+#else
+    return false;
+#endif
+}
+
+#if defined(__AVX2__)
+// 127/256 of the sum of a pixel's mean with itself are 254/256 of the mean.
+inline HalvingBits mean_of_one(const u8* at) { return multiply_high(mean_across(at), every_word(254 << 8)); }
+#endif
+
+inline bool halve_row_8888([[maybe_unused]] const TapRow* rows,
+                           [[maybe_unused]] const vexlor_filter_params& p, [[maybe_unused]] void* out)
+{
+#if defined(__AVX2__)
+    constexpr u32 pixels = vector_bytes / 4;
+    const SourceRow<u32> row{reinterpret_cast<const u8*>(rows[0].start),
+                             static_cast<i64>((rows[0].end - rows[0].start) / 4)};
+    const i64 first = Mean::first_tap(0, p);
+    // All vectors but the last one, which makes pixels anew, find their taps inside the row.
+    if (p.xstep != 0x20000 || p.count < pixels || first + i64{p.count} * 2 - 3 > row.last ||
+        !(rows[0] == rows[1]))
+        return false;
+    const Windows<u32, 2 * pixels> end(row);
+    const auto halved = [](const u8* at) {
+        return after_pack(pack_unsigned(mean_of_one(at), mean_of_one(at + vector_bytes)));
+    };
+    const u32 last = p.count - pixels;
+    auto* const to = static_cast<u32*>(out);
+    for (u32 i = 0; i < last; i += pixels)
+        store(to + i, halved(row.at(first + i64{i} * 2)));
+    store(to + last, halved(end(first + i64{last} * 2)));
+    return true;
+#else
+    return false;
+#endif
+}
+
+} // namespace
+} // namespace vexlor
