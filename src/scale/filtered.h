@@ -159,12 +159,13 @@ struct FilteredRow {
 };
 
 // Destination rows as filters leave them. Those of a picture that fills the caches go past them: what they would have to
-// give way for is worth more, and lines that are written whole need not be fetched.
+// give way for is worth more, and lines that are written whole need not be fetched. That pays where writing takes most of
+// the time: not for reduced pictures, nor for filters in double precision.
 class PlainRows {
 public:
     explicit PlainRows(const Scale& s)
         : bytes(static_cast<size_t>(bytes_of(s.to.w, bytes_per_pixel(s.dst.format)))),
-          spare(u64{bytes} * static_cast<u32>(s.to.h) >= larger_than_caches ? bytes : 0)
+          spare(are_streamed(s) ? bytes : 0)
     {}
     // Calls make(place of the row).
     void operator()(u8* dst, auto make) const
@@ -184,6 +185,13 @@ public:
     }
 
 private:
+    static bool are_streamed(const Scale& s)
+    {
+        const i64 read = i64{s.from.w} * s.from.h, written = i64{s.to.w} * s.to.h;
+        return static_cast<u64>(written) * bytes_per_pixel(s.dst.format) >= larger_than_caches &&
+               written >= read && s.ctx.filter != VEXLOR_FILTER_CATROM;
+    }
+
     size_t bytes;
     Buffer spare;
 };
