@@ -1,25 +1,25 @@
-// Both passes of 32-bit filters at once, for a row that mixes with no other: the linear one to twice the width, the box to
-// half of it.
+// 32-bit rows to twice their width by the linear filter, and both passes at once for a row that mixes with no other: that, or
+// half the width by the box.
 #pragma once
 
 #include "filter/halve_kernels.h"
-#include "filter/pixel_vectors.h"
+#include "filter/mean_linear_kernels.h"
 #include "row/zip.h"
 
 namespace vexlor {
 namespace {
 
-inline bool double_row_8888([[maybe_unused]] const TapRow* rows,
-                            [[maybe_unused]] const vexlor_filter_params& p, [[maybe_unused]] void* out)
+// Where columns stand on a pixel and half way to the next in turn. False when they do not, or a vector is too long.
+inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] const vexlor_filter_params& p,
+                               [[maybe_unused]] void* out)
 {
 #if defined(__AVX2__)
     using Lanes = PixelVector<Pixel8888, vector_bytes>;
     using Pixels = Lanes::Pixels;
-    const auto* const row = reinterpret_cast<const u32*>(rows[0].start);
+    const auto* const row = reinterpret_cast<const u32*>(source.start);
     const u32 number = p.count / 2;
-    const i64 end = static_cast<i64>((rows[0].end - rows[0].start) / 4), begin = i64{number} - Lanes::count;
-    if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count ||
-        !(rows[0] == rows[1]))
+    const i64 end = static_cast<i64>((source.end - source.start) / 4), begin = i64{number} - Lanes::count;
+    if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count)
         return false;
     const auto half_way = Lanes::every_byte(fraction_weight(0x8000));
     const auto put = [=](u32 i, Pixels left, Pixels right) {
@@ -39,6 +39,17 @@ inline bool double_row_8888([[maybe_unused]] const TapRow* rows,
 #else
     return false;
 #endif
+}
+
+inline void linear_across_8888(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
+{
+    if (!double_across_8888(row, p, values))
+        mix_across<Pixel8888, Linear>(row, p, columns, values);
+}
+
+inline bool double_row_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)
+{
+    return rows[0] == rows[1] && double_across_8888(rows[0], p, out);
 }
 
 #if defined(__AVX2__)
