@@ -13,14 +13,9 @@ namespace {
 
 inline __m256i multiply_high(__m256i a, __m256i b) { return _mm256_mulhi_epu16(a, b); }
 inline __m256i add_words(__m256i a, __m256i b) { return _mm256_add_epi16(a, b); }
-inline __m256i after_pack(__m256i a) { return _mm256_permute4x64_epi64(a, 0xD8); }
 #if defined(__AVX512BW__)
 inline __m512i multiply_high(__m512i a, __m512i b) { return _mm512_mulhi_epu16(a, b); }
 inline __m512i add_words(__m512i a, __m512i b) { return _mm512_add_epi16(a, b); }
-inline __m512i after_pack(__m512i a)
-{
-    return _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), a);
-}
 #endif
 
 using HalvingBits = Native<vector_bytes>::Type;
@@ -42,7 +37,7 @@ inline HalvingBits mean_of_both(const u8* above, const u8* below)
 // A vector of pixels from two windows of twice as many, one above the other.
 inline HalvingBits halved(const u8* above, const u8* below)
 {
-    return after_pack(
+    return from_pack_order(
         pack_unsigned(mean_of_both(above, below), mean_of_both(above + vector_bytes, below + vector_bytes)));
 }
 

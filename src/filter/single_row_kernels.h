@@ -71,7 +71,7 @@ inline bool halve_row_8888([[maybe_unused]] const TapRow* rows,
         return false;
     const Windows<u32, 2 * pixels> end(row);
     const auto halved = [](const u8* at) {
-        return after_pack(pack_unsigned(mean_of_one(at), mean_of_one(at + vector_bytes)));
+        return from_pack_order(pack_unsigned(mean_of_one(at), mean_of_one(at + vector_bytes)));
     };
     const u32 last = p.count - pixels;
     auto* const to = static_cast<u32*>(out);

@@ -1,6 +1,7 @@
 // Parts of two vectors side by side, in order: halves of their 32-bit units, and every second unit.
 #pragma once
 
+#include "row/byte_ops.h"
 #include "row/permute.h"
 
 namespace vexlor {
@@ -21,7 +22,7 @@ inline Vector<32>::U16 low_halves(Vector<32>::U32 a, Vector<32>::U32 b)
 {
     const __m256i halves =
         _mm256_packus_epi32(reinterpret_cast<__m256i>(a & 0xFFFF), reinterpret_cast<__m256i>(b & 0xFFFF));
-    return reinterpret_cast<Vector<32>::U16>(_mm256_permute4x64_epi64(halves, 0xD8));
+    return reinterpret_cast<Vector<32>::U16>(from_pack_order(halves));
 }
 #endif
 #if defined(__AVX512BW__)
@@ -29,8 +30,7 @@ inline Vector<64>::U16 low_halves(Vector<64>::U32 a, Vector<64>::U32 b)
 {
     const __m512i halves =
         _mm512_packus_epi32(reinterpret_cast<__m512i>(a & 0xFFFF), reinterpret_cast<__m512i>(b & 0xFFFF));
-    return reinterpret_cast<Vector<64>::U16>(
-        _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), halves));
+    return reinterpret_cast<Vector<64>::U16>(from_pack_order(halves));
 }
 #endif
 template <class U32> inline auto high_halves(U32 a, U32 b) { return low_halves(a >> 16, b >> 16); }
@@ -40,14 +40,12 @@ template <class U32> inline auto high_halves(U32 a, U32 b) { return low_halves(a
 inline Vector<32>::U32 even_units(Vector<32>::U32 a, Vector<32>::U32 b)
 {
     const auto units = _mm256_shuffle_ps(reinterpret_cast<__m256>(a), reinterpret_cast<__m256>(b), 0x88);
-    return reinterpret_cast<Vector<32>::U32>(
-        _mm256_permute4x64_epi64(reinterpret_cast<__m256i>(units), 0xD8));
+    return reinterpret_cast<Vector<32>::U32>(from_pack_order(native(units)));
 }
 inline Vector<32>::U32 odd_units(Vector<32>::U32 a, Vector<32>::U32 b)
 {
     const auto units = _mm256_shuffle_ps(reinterpret_cast<__m256>(a), reinterpret_cast<__m256>(b), 0xDD);
-    return reinterpret_cast<Vector<32>::U32>(
-        _mm256_permute4x64_epi64(reinterpret_cast<__m256i>(units), 0xD8));
+    return reinterpret_cast<Vector<32>::U32>(from_pack_order(native(units)));
 }
 #endif
 #if defined(__AVX512BW__)

@@ -1,9 +1,9 @@
 // YUV 4:2:2 pairs and RGB pixels a vector at a time, with the results of row/yuv.h for all inputs.
 #pragma once
 
+#include "row/byte_ops.h"
 #include "row/cover.h"
 #include "row/yuv.h"
-#include "row/yuv_ops.h"
 
 namespace vexlor {
 namespace {
@@ -109,7 +109,7 @@ template <u32 Bytes> struct PairVector {
     template <class Yuv, class Rgb> static Pixels decode(U32 pairs)
     {
         const U32 us = pairs >> Yuv::u & 0xFF, vs = pairs >> Yuv::v & 0xFF;
-        const I16 c = signed_words(pairs >> Yuv::y0 & 0x00FF00FF) - 16;
+        const I16 c = signed_words(pairs >> Yuv::y0 & lanes) - 16;
         const I16 d = signed_words(us | us << 16) - 128, e = signed_words(vs | vs << 16) - 128;
         const I16 rest = c * 42 + 128;
         const U16 r = clamped(c + e + ((rest + e * 153) >> 8));
