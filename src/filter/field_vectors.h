@@ -22,7 +22,7 @@ inline void unpack_two(__m256i fields, __m256 reciprocals, double* values)
     Colours::widened(c).to(values);
 #else
     Colour::widened(_mm256_castps256_ps128(c)).to(values);
-    Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + 4);
+    Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + components);
 #endif
 }
 #endif

@@ -119,7 +119,7 @@ inline void unpack_sums(__m128i pair, float* out)
     _mm512_storeu_ps(out, _mm512_permutex2var_ps(sums.fields, order, sums.rests));
 #else
     _mm256_storeu_ps(out, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x20));
-    _mm256_storeu_ps(out + 8, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x31));
+    _mm256_storeu_ps(out + 2 * components, _mm256_permute2f128_ps(sums.fields, sums.rests, 0x31));
 #endif
 }
 

@@ -4,6 +4,7 @@
 
 #include "filter/pixels.h"
 #include "row/byte_ops.h"
+#include "row/mixes.h"
 #include "row/unzip.h"
 
 namespace vexlor {
@@ -25,25 +26,12 @@ template <u32 Bytes> struct PixelVector<Pixel8888, Bytes> {
         return reinterpret_cast<U32>(even) | (reinterpret_cast<U32>(odd) & ~lanes);
     }
 #if defined(__SSSE3__)
-    // One weight for all, 1 to 255: both weights are bytes, and a bias makes the pixels' bytes signed.
+    // One weight for all, 1 to 255.
     struct ByteWeights {
         typename Native<Bytes>::Type both;
     };
-    static ByteWeights every_byte(u32 w)
-    {
-        return {reinterpret_cast<typename Native<Bytes>::Type>(Pixels{} + ((256 - w) | w << 8) * 0x10001)};
-    }
-    static Pixels lerp(Pixels a, Pixels b, ByteWeights weights)
-    {
-        using Bits = typename Native<Bytes>::Type;
-        using I16 = typename Vector<Bytes>::I16;
-        const auto x = reinterpret_cast<Bits>(a ^ 0x80808080), y = reinterpret_cast<Bits>(b ^ 0x80808080);
-        const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_low(x, y)));
-        const auto high = reinterpret_cast<I16>(multiply_add_bytes(weights.both, zip_bytes_high(x, y)));
-        return reinterpret_cast<Pixels>(
-                   pack_signed(reinterpret_cast<Bits>(low >> 8), reinterpret_cast<Bits>(high >> 8))) ^
-               0x80808080;
-    }
+    static ByteWeights every_byte(u32 w) { return {byte_weights<Pixels>(w)}; }
+    static Pixels lerp(Pixels a, Pixels b, ByteWeights weights) { return mix_bytes(b, a, weights.both); }
 #endif
     // a * (256 - w) + b * w fits 16 bits.
     static Pixels lerp(Pixels a, Pixels b, Pixels weights)

@@ -1,5 +1,5 @@
-// Lane words of a whole vector, for the mixes of over.h: as wide as the instruction set that a file is compiled for, and
-// 16 bytes wide for the rest of a row. Without vectors there are none, and rows are done pixel by pixel.
+// Vectors of lanes, for compilers' operators: as wide as the instruction set that a file is compiled for, and narrower ones
+// for short rows. Without vectors there are none, and rows are done pixel by pixel.
 #pragma once
 
 #include "base.h"

@@ -34,10 +34,13 @@ template <class U32, class U16> inline U32 mix_straight(U32 s, U32 d, U16 f)
 #if defined(__SSSE3__)
 // By one factor from 1 to 255. s * f + d * (256 - f) of every byte: one product of unsigned weights and bytes that a bias
 // makes signed.
-template <class U32> inline U32 mix_bytes(U32 s, U32 d, u32 f)
+template <class U32> inline auto byte_weights(u32 f)
+{
+    return native(U32{} + (f | (256 - f) << 8) * 0x10001);
+}
+template <class U32> inline U32 mix_bytes(U32 s, U32 d, auto weights)
 {
     constexpr u32 bias = 0x80808080;
-    const auto weights = native(U32{} + (f | (256 - f) << 8) * 0x10001);
     const auto biased_s = native(s ^ bias), biased_d = native(d ^ bias);
     using I16 = typename Vector<sizeof(U32)>::I16;
     const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_low(biased_s, biased_d)));
@@ -76,7 +79,7 @@ template <class U32, class U16> inline U32 mix_covering(U32 s, U32 d, U16 f)
         auto sum = _mm512_add_epi8(native(s), left);
         const __mmask64 full = _mm512_mask_cmplt_epu8_mask(lower_bytes, sum, native(s));
         if (full != 0) [[unlikely]] {
-            // A fraction of 1, with 255 left of it, borrows nothing from the channel above a sum that reaches 256.
+            // A fraction of 1, 255 in the product of what is left, borrows nothing where the sum below reaches 256.
             const auto ones = _mm512_set1_epi8(-1);
             const auto fractions =
                 _mm512_mask_shuffle_epi8(native(even), ~even_bytes, native(odd), lower_halves);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr u32 factor(u32 a) { return a + (a != 0); } // 0, 2..256: a shift by 8 stands in for / 255
 
-// A lane word is a 32-bit word with two channels, or a vector (row/lanes.h): of such words, or of 16-bit lanes.
+// A lane word is a 32-bit word with two channels, or a vector of 16-bit lanes (row/lanes_sse2.h).
 template <class Word> constexpr Word low_bytes(Word word)
 {
     if constexpr (requires { requires sizeof word[0] == 2; })
@@ -117,7 +117,7 @@ inline typename Vector<Bytes>::U32 blend_vector(typename Vector<Bytes>::U32 s, t
         return mix_premultiplied(s, d, factors());
 #if defined(__SSSE3__)
     else if constexpr (__is_same(decltype(weight), ConstantByte))
-        return mix_bytes(s, d, weight.f);
+        return mix_bytes(s, d, byte_weights<decltype(s)>(weight.f));
 #endif
     else
         return mix_straight(s, d, factors());

@@ -115,13 +115,13 @@ template <u32 Unit> inline void store_first(void* at, u32 units, auto v)
         _mm512_mask_storeu_epi32(at, static_cast<__mmask16>(mask), reinterpret_cast<__m512i>(v));
 }
 
-// The first units of a vector: a kind like Whole of cover.h.
+// The first units of a vector, whose number is known at run time alone.
 template <u32 Unit> struct First {
     static constexpr u32 bytes = 64;
     static constexpr u32 all = bytes / Unit;
     using U32 = Vector<bytes>::U32;
 
-    u32 units; // 1 to all
+    u32 units; // 0 to all
 
     template <class V = U32> V load(const void* at) const { return load_first<Unit, V>(at, units); }
     void store(void* at, auto v) const { store_first<Unit>(at, units, v); }
