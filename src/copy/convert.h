@@ -13,11 +13,12 @@ inline bool treats_pairs_alike(vexlor_convert_fn convert)
            convert == vexlor_1d_U8Y8V8Y8_2_X8R8G8B8 || convert == vexlor_1d_U8Y8V8Y8_2_B8G8R8X8;
 }
 
+// Of an even width: no other is converted.
 inline void convert_rows(const u8* src, u32 src_stride, u8* dst, u32 dst_stride, i32 w, i32 rows,
                          vexlor_convert_fn convert)
 {
     const u64 width = static_cast<u32>(w), pixels = width * static_cast<u32>(rows);
-    const bool touch = w > 0 && w % 2 == 0 && src_stride == width * 2 && dst_stride == width * 4;
+    const bool touch = src_stride == width * 2 && dst_stride == width * 4;
     if (touch && rows > 0 && pixels <= INT32_MAX && treats_pairs_alike(convert) &&
         are_apart(src, pixels * 2, dst, pixels * 4))
         return convert(src, dst, static_cast<i32>(pixels));

@@ -1,5 +1,6 @@
 // vexlor_copy: whole calls against the model, the order of its checks, its slots.
 #include "support/scene.h"
+#include <array>
 
 TEST(Copy, EqualsTheModelInCodeAndEveryByte)
 {
@@ -164,4 +165,34 @@ TEST(Copy, MovesRowsInTheOrderThatOverlapAsksFor)
         EXPECT_EQ(vexlor_copy(ctx.get(), &surface, &equal, 1, 1, c.dx, c.dy, 5, 2), 0u);
         EXPECT_TRUE(arena.same());
     }
+}
+
+// Rows that touch may be converted as one, but not by a routine whose pixels depend on where their row begins, nor where a
+// row is written over one that is still to be read.
+TEST(Copy, ConvertsRowsThatTouch)
+{
+    constexpr int32_t width = 6, height = 4;
+    constexpr uint32_t from_row = 2 * width, to_row = 4 * width;
+    struct alignas(64) Memory {
+        std::array<uint8_t, 256> bytes;
+    };
+    Random random(17);
+    for (const bool simd : {false, true})
+        for (const size_t from : {size_t{16}, size_t{160}}) {
+            const Context ctx = make_context();
+            vexlor_context_set_simd(ctx.get(), simd);
+            Memory drawn;
+            random.fill(drawn.bytes.data(), drawn.bytes.size());
+            Memory expected = drawn;
+            constexpr size_t to = 8; // every second row begins at a boundary of 16 bytes
+            for (size_t y = 0; y < height; ++y)
+                ctx->Y8V8Y8U8_2_X8R8G8B8(expected.bytes.data() + from + y * from_row,
+                                         expected.bytes.data() + to + y * to_row, width);
+            const vexlor_surface_desc source{width, height, from_row, drawn.bytes.data() + from,
+                                             VEXLOR_FMT_Y8V8Y8U8};
+            const vexlor_surface_desc target{width, height, to_row, drawn.bytes.data() + to,
+                                             VEXLOR_FMT_X8R8G8B8};
+            EXPECT_EQ(vexlor_copy(ctx.get(), &source, &target, 0, 0, 0, 0, width, height), 0u);
+            EXPECT_EQ(drawn.bytes, expected.bytes) << simd << ' ' << from;
+        }
 }

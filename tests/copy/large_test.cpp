@@ -100,14 +100,17 @@ TEST(LargePictures, AreScaledAsSmallOnes)
     Random random(92);
     const Context ctx = make_context();
     vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_MEAN);
-    for (const auto& [from, to] : kinds) {
-        const int32_t width = to == VEXLOR_FMT_565 ? 4002 : 2002;
-        Picture src(from, 1000, height, 0), small(to, width, few, 0), large(to, width, height, 20);
-        src.draw(random);
-        EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &small.desc, 0, 0, 1000, few, 0, 0, width, few), 0u);
-        EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &large.desc, 0, 0, 1000, height, 0, 0, width, height),
-                  0u);
-        for (int32_t y = 0; y < height - 1; ++y)
-            ASSERT_TRUE(large.shows(y, small.at(y % 8))) << from << ' ' << y;
-    }
+    for (const auto& [from, to] : kinds)
+        for (const int32_t times : {1, 2}) { // as high
+            const int32_t width = to == VEXLOR_FMT_565 ? 4002 : 2002, rows = height / times;
+            Picture src(from, 1000, rows, 0), small(to, width, few, 0), large(to, width, height, 20);
+            src.draw(random);
+            const auto scale_into = [&](const Picture& dst, int32_t h) {
+                return vexlor_scale(ctx.get(), &src.desc, &dst.desc, 0, 0, 1000, h / times, 0, 0, width, h);
+            };
+            EXPECT_EQ(scale_into(small, few), 0u);
+            EXPECT_EQ(scale_into(large, height), 0u);
+            for (int32_t y = 0; y < height - times; ++y)
+                ASSERT_TRUE(large.shows(y, small.at(y % (8 * times)))) << from << ' ' << y;
+        }
 }
