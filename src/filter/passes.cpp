@@ -89,6 +89,7 @@ Passes gauss_catrom(AcrossFn across, DownFn down, u32 value_bytes = colour_bytes
     return {.taps = Y::taps,
             .value_bytes = value_bytes,
             .column_bytes = sizeof(typename X::Column),
+            .of_colours = value_bytes == colour_bytes,
             .prepare = prepare_taps<X, Y>,
             .find_rows = find_gauss_catrom_rows<Pixel, Y>,
             .across = across,

@@ -40,9 +40,10 @@ using DownFn = void (*)(const void* const* values, const vexlor_filter_params& p
 using BothFn = bool (*)(const TapRow* rows, const vexlor_filter_params& params, void* out);
 
 struct Passes {
-    u32 taps = 0;                // source rows per destination row; 0 for filters that have no passes
-    u32 value_bytes = 0;         // of a column of a row of values
-    u32 column_bytes = 0;        // of what prepare leaves for each column
+    u32 taps = 0;            // source rows per destination row; 0 for filters that have no passes
+    u32 value_bytes = 0;     // of a column of a row of values
+    u32 column_bytes = 0;    // of what prepare leaves for each column
+    bool of_colours = false; // a value is one colour; elsewhere it may be spread over those of its neighbours
     PrepareFn prepare = nullptr; // null when there is nothing to prepare
     FindRowsFn find_rows = nullptr;
     AcrossFn across = nullptr;

@@ -105,7 +105,8 @@ private:
     {
         constexpr u32 pixel = 4, reach = 3, off = 2, block = 16;
         const auto pixels = static_cast<i64>((row.end - row.start) / pixel) + 1;
-        if (passes.taps <= 2 || params.xstep != 0x8000 || pixels < i64{2} * block || params.count < 4 * block)
+        if (!passes.of_colours || params.xstep != 0x8000 || pixels < i64{2} * block ||
+            params.count < 4 * block)
             return false;
         const auto inside = static_cast<u64>(2 * (pixels - reach));
         const u32 end =

@@ -97,6 +97,21 @@ TEST(ScaleCalls, DoubleAndHalveWideRows)
     }
 }
 
+// From 32768 pixels on, rows of twice the width pass for kept ones: the Gaussian makes them.
+TEST(ScaleCalls, DoubleRowsThatPassForKeptOnes)
+{
+    constexpr int32_t width = 16384;
+    Stage stage(40, 35);
+    for (const auto& [from, to] : scalable) {
+        random_state(stage.context.get(), stage.random);
+        vexlor_context_set_alpha_op(stage.context.get(), VEXLOR_ALPHA_OP_NONE);
+        vexlor_context_set_filter(stage.context.get(), VEXLOR_FILTER_CATROM);
+        ASSERT_TRUE(stage.compare(surface_at(stage.source, Side::end, from, width, 1, 0),
+                                  surface_at(stage.target, Side::end, to, 2 * width, 1, 0),
+                                  {0, 0, width, 1, 0, 0, 2 * width, 1}));
+    }
+}
+
 // Surfaces up to five pixels wide and four high, whole or one pixel thin at each edge, at both ends of the memory.
 TEST(ScaleCalls, StayInsideExactSurfaces)
 {
