@@ -63,7 +63,7 @@ template <class U32, class U16> inline U32 mix_premultiplied(U32 s, U32 d, U16 f
 // The same, fastest for sources that are what they should be: no channel more than its alpha.
 template <class U32, class U16> inline U32 mix_covering(U32 s, U32 d, U16 f)
 {
-#if defined(__AVX512BW__)
+#if defined(__AVX512BW__) && defined(__x86_64__) // masks of 64 bits are slow where registers have 32
     if constexpr (sizeof(U32) == 64) {
         // What is left of d: of an upper channel d * (256 - f) / 256, of a lower one d - d * f / 256. They differ in how they
         // round, and the upper one is what a borrow leaves.
