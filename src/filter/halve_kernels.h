@@ -2,9 +2,7 @@
 #pragma once
 
 #include "filter/mean_linear.h"
-#include "filter/passes.h"
-#include "row/byte_ops.h"
-#include "row/windows.h"
+#include "filter/taps.h"
 
 namespace vexlor {
 namespace {
@@ -48,11 +46,7 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
 {
 #if defined(__AVX2__)
     constexpr u32 pixels = vector_bytes / 4; // of a vector
-    const auto row_of = [](TapRow row) {
-        return SourceRow<u32>{reinterpret_cast<const u8*>(row.start),
-                              static_cast<i64>((row.end - row.start) / 4)};
-    };
-    const SourceRow<u32> upper = row_of(rows[0]), lower = row_of(rows[1]);
+    const auto upper = source_row<u32>(rows[0]), lower = source_row<u32>(rows[1]);
     const i64 first = Mean::first_tap(0, p);
     // All vectors but the last one, which makes pixels anew, find their taps inside the row: up to the third-last one.
     if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels ||

@@ -43,8 +43,7 @@ u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, const Columns<
                        typename Pixel::Word* values)
 {
     using Word = typename Pixel::Word;
-    const SourceRow<Word> source{reinterpret_cast<const u8*>(row.start),
-                                 static_cast<i64>((row.end - row.start) / sizeof(Word))};
+    const auto source = source_row<Word>(row);
 #if defined(__AVX2__)
     // A linear left tap that is behind the end is read where it is.
     const u32 count = X::clamps_first_tap ? p.count : columns_inside(0, source.last, p);

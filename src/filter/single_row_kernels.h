@@ -62,8 +62,7 @@ inline bool halve_row_8888([[maybe_unused]] const TapRow* rows,
 {
 #if defined(__AVX2__)
     constexpr u32 pixels = vector_bytes / 4;
-    const SourceRow<u32> row{reinterpret_cast<const u8*>(rows[0].start),
-                             static_cast<i64>((rows[0].end - rows[0].start) / 4)};
+    const auto row = source_row<u32>(rows[0]);
     const i64 first = Mean::first_tap(0, p);
     // All vectors but the last one, which makes pixels anew, find their taps inside the row.
     if (p.xstep != 0x20000 || p.count < pixels || first + i64{p.count} * 2 - 3 > row.last ||

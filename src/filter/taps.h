@@ -3,11 +3,17 @@
 // together pixel by pixel.
 #pragma once
 
+#include "filter/passes.h"
 #include "filter/pixel_vectors.h"
 #include "row/windows.h"
 
 namespace vexlor {
 namespace {
+
+template <class Word> SourceRow<Word> source_row(TapRow row)
+{
+    return {reinterpret_cast<const u8*>(row.start), static_cast<i64>((row.end - row.start) / sizeof(Word))};
+}
 
 template <class Pixels> struct TapVectors {
     Pixels left, right;
