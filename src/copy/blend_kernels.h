@@ -62,11 +62,10 @@ inline void copy_opaque_aone_8888(const u32* src, u32* dst, u32 count, u32 shift
     for (u32 i = 0; i < count; ++i)
         store(dst + i, load<u32>(src + i) | alpha);
 }
-inline void copy_opaque_rows_streaming(void* dst, u32 dst_stride, const void* src, u32 src_stride,
-                                       size_t bytes, u32 rows, u32 shift)
+inline void stream_opaque_row(void* dst, const void* src, size_t bytes, u32 shift)
 {
-    stream_rows(
-        dst, dst_stride, src, src_stride, bytes, rows, 4,
+    stream_units(
+        dst, src, bytes, 4,
         [=](void* to, const void* from, size_t n) {
             copy_opaque_aone_8888(static_cast<const u32*>(from), static_cast<u32*>(to),
                                   static_cast<u32>(n / 4), shift);

@@ -56,7 +56,7 @@ struct RowCopy {
 // touch are one.
 struct Runs {
     size_t bytes = 0;
-    u32 rows = 0;
+    i32 rows = 0;
 
     Runs(const Copy& c, const u8* src, const u8* dst, u32 row_bytes)
     {
@@ -69,10 +69,16 @@ struct Runs {
             return;
         const bool touch = c.src.stride == row_bytes && c.dst.stride == row_bytes;
         bytes = static_cast<size_t>(touch ? dst_bytes : row_bytes);
-        rows = touch ? 1 : static_cast<u32>(c.rows);
+        rows = touch ? 1 : c.rows;
     }
-    bool fill_caches() const { return u64{bytes} * rows >= larger_than_caches; }
+    bool fill_caches() const { return u64{bytes} * static_cast<u32>(rows) >= larger_than_caches; }
 };
+
+inline void walk_down(const Copy& c, i32 rows, const u8* src, u8* dst, auto row)
+{
+    for (i32 i = 0; i < rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))
+        row(dst, src);
+}
 
 // Copies rows that the library's own routines would copy whole and in no order that matters, in the fastest way: pictures
 // larger than most caches go past them. False when they are no such rows.
@@ -83,18 +89,13 @@ inline bool copy_whole_rows(const Copy& c, const u8* src, u8* dst, u32 row_bytes
     if (!own || row_bytes % 4 != 0)
         return false;
     const Runs runs(c, src, dst, row_bytes);
-    if (runs.fill_caches())
-        kernels().copy_rows_streaming(dst, c.dst.stride, src, c.src.stride, runs.bytes, runs.rows);
-    else
-        for (u32 i = 0; i < runs.rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))
-            memcpy(dst, src, runs.bytes);
+    if (runs.fill_caches()) {
+        const Kernels& set = kernels();
+        walk_down(c, runs.rows, src, dst, [&](u8* d, const u8* s) { set.stream_row(d, s, runs.bytes); });
+        set.end_streaming();
+    } else
+        walk_down(c, runs.rows, src, dst, [&](u8* d, const u8* s) { memcpy(d, s, runs.bytes); });
     return runs.rows != 0;
-}
-
-inline void walk_down(const Copy& c, const u8* src, u8* dst, auto row)
-{
-    for (i32 i = 0; i < c.rows; ++i, src = moved(src, c.src.stride), dst = moved(dst, c.dst.stride))
-        row(dst, src);
 }
 
 inline void walk_up(const Copy& c, const u8* src, u8* dst, auto row)
@@ -109,15 +110,18 @@ inline void copy_opaque(const Copy& c, const u8* src, u8* dst, u32 width)
     const u32 shift = vexlor_fmt_get_alpha_shift(c.dst.format);
     if (row == vexlor_1d_copy_opaque_aone_8888) {
         const Runs runs(c, src, dst, width * 4);
-        if (runs.fill_caches())
-            return kernels().copy_opaque_rows_streaming(dst, c.dst.stride, src, c.src.stride, runs.bytes,
-                                                        runs.rows, shift);
+        if (runs.fill_caches()) {
+            const Kernels& set = kernels();
+            walk_down(c, runs.rows, src, dst,
+                      [&](u8* d, const u8* s) { set.stream_opaque_row(d, s, runs.bytes, shift); });
+            return set.end_streaming();
+        }
         if (runs.rows == 1)
             return row(reinterpret_cast<const u32*>(src), reinterpret_cast<u32*>(dst),
                        static_cast<u32>(runs.bytes / 4), shift);
     }
     // Top down whatever overlaps: rows may be overwritten before they are read.
-    walk_down(c, src, dst, [=](u8* d, const u8* s) {
+    walk_down(c, c.rows, src, dst, [=](u8* d, const u8* s) {
         row(reinterpret_cast<const u32*>(s), reinterpret_cast<u32*>(d), width, shift);
     });
 }
@@ -154,13 +158,13 @@ inline u32 copy_plain(const Copy& c)
     const bool overlapping = c.overlapping();
     if (overlapping && c.from.y == c.to.y) {
         if (const auto move = c.ctx.memmove_stream)
-            walk_down(c, src, dst, [&](u8* d, const u8* s) { move(d, s, row_bytes); });
+            walk_down(c, c.rows, src, dst, [&](u8* d, const u8* s) { move(d, s, row_bytes); });
     } else if (const auto copy = c.ctx.memcpy_stream) {
         const RowCopy row{copy, row_bytes, end_of(c.src), end_of(c.dst)};
         if (overlapping && c.from.y < c.to.y)
             walk_up(c, src, dst, row);
         else
-            walk_down(c, src, dst, row);
+            walk_down(c, c.rows, src, dst, row);
     }
     return VEXLOR_OK;
 }

@@ -7,15 +7,15 @@
 
 namespace vexlor {
 
-// Bytes from which on a picture pays by going past the caches.
-constexpr u64 larger_than_caches = 16 << 20;
+// Bytes written by a call from which on they pay by going past the caches.
+constexpr u64 larger_than_caches = 8'000'000;
 
 struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
-    void (*copy_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
-                                u32 rows);
-    void (*copy_opaque_rows_streaming)(void* dst, u32 dst_stride, const void* src, u32 src_stride,
-                                       size_t bytes, u32 rows, u32 shift);
+    // Rows past the caches, which overlap nowhere. The end follows the last one, before anyone else looks.
+    void (*stream_row)(void* dst, const void* src, size_t bytes);
+    void (*stream_opaque_row)(void* dst, const void* src, size_t bytes, u32 shift);
+    void (*end_streaming)();
 
     vexlor_fill_blend_fn fill_blend_over_8888;
     vexlor_fill_blend_fn fill_blend_over_aone_8888;

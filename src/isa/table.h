@@ -19,8 +19,9 @@ namespace {
 
 constexpr Kernels table = {
     .set_words = set_words,
-    .copy_rows_streaming = copy_rows_streaming,
-    .copy_opaque_rows_streaming = copy_opaque_rows_streaming,
+    .stream_row = stream_row,
+    .stream_opaque_row = stream_opaque_row,
+    .end_streaming = end_streaming,
     .fill_blend_over_8888 = fill_blend_over_8888,
     .fill_blend_over_aone_8888 = fill_blend_over_aone_8888,
     .fill_blend_over_arepl_8888 = fill_blend_over_arepl_8888,

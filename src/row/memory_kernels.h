@@ -26,38 +26,40 @@ inline void set_words(void* dst, u32 value, size_t words)
 #endif
 }
 
-// Rows of whole units that overlap no source row, past the caches where the processor has such stores: lines of the
-// destination through line(vector), and what lies before and behind them through edge(dst, src, bytes).
-inline void stream_rows(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes, u32 rows,
-                        [[maybe_unused]] size_t unit, auto edge, [[maybe_unused]] auto line)
+// A row of whole units past the caches, where the processor has such stores: lines of the destination through line(vector),
+// and what lies before and behind them through edge(dst, src, bytes). The rows overlap nowhere.
+inline void stream_units(void* dst, const void* src, size_t bytes, [[maybe_unused]] size_t unit, auto edge,
+                         [[maybe_unused]] auto line)
 {
-    for (u32 i = 0; i < rows; ++i, dst = moved(dst, dst_stride), src = moved(src, src_stride)) {
 #if defined(__SSE2__)
-        constexpr size_t line_bytes = 64;
-        const size_t to_line = -reinterpret_cast<uintptr_t>(dst) % line_bytes;
-        const size_t head = to_line < bytes && to_line % unit == 0 ? to_line : bytes;
-        edge(dst, src, head);
-        size_t at = head;
-        for (; bytes - at >= line_bytes; at += line_bytes)
-            for (size_t part = at; part < at + line_bytes; part += vector_bytes)
-                stream(moved(dst, part), line(load<typename Native<vector_bytes>::Type>(moved(src, part))));
-        edge(moved(dst, at), moved(src, at), bytes - at);
-#else
-        edge(dst, src, bytes);
-#endif
+    constexpr size_t line_bytes = 64, ahead = 2048;
+    const size_t to_line = -reinterpret_cast<uintptr_t>(dst) % line_bytes;
+    const size_t head = to_line < bytes && to_line % unit == 0 ? to_line : bytes;
+    edge(dst, src, head);
+    size_t at = head;
+    for (; bytes - at >= line_bytes; at += line_bytes) {
+        __builtin_prefetch(moved(src, at + ahead)); // any address will do
+        for (size_t part = at; part < at + line_bytes; part += vector_bytes)
+            stream(moved(dst, part), line(load<typename Native<vector_bytes>::Type>(moved(src, part))));
     }
-#if defined(__SSE2__)
-    _mm_sfence();
+    edge(moved(dst, at), moved(src, at), bytes - at);
+#else
+    edge(dst, src, bytes);
 #endif
 }
 
-inline void copy_rows_streaming(void* dst, u32 dst_stride, const void* src, u32 src_stride, size_t bytes,
-                                u32 rows)
+inline void stream_row(void* dst, const void* src, size_t bytes)
 {
-    stream_rows(
-        dst, dst_stride, src, src_stride, bytes, rows, 1,
-        [](void* to, const void* from, size_t n) { __builtin_memcpy(to, from, n); },
+    stream_units(
+        dst, src, bytes, 1, [](void* to, const void* from, size_t n) { __builtin_memcpy(to, from, n); },
         [](auto vector) { return vector; });
+}
+
+inline void end_streaming()
+{
+#if defined(__SSE2__)
+    _mm_sfence();
+#endif
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "isa/kernels.h"
+#include "scale/plain_rows.h"
 #include "scale/row_filter.h"
 #include "scale/scale.h"
 
@@ -156,44 +157,6 @@ struct FilteredRow {
             store(moved(dst, at), load<Pixel>(moved(seen.spare_row(), at)));
         }
     }
-};
-
-// Destination rows as filters leave them. Those of a picture that fills the caches go past them: what they would have to
-// give way for is worth more, and lines that are written whole need not be fetched. That pays where writing takes most of
-// the time: not for reduced pictures, nor for filters in double precision.
-class PlainRows {
-public:
-    explicit PlainRows(const Scale& s)
-        : bytes(static_cast<size_t>(bytes_of(s.to.w, bytes_per_pixel(s.dst.format)))),
-          spare(are_streamed(s) ? bytes : 0)
-    {}
-    // Calls make(place of the row).
-    void operator()(u8* dst, auto make) const
-    {
-        if (!spare)
-            return make(dst);
-        make(spare.at());
-        kernels().copy_rows_streaming(dst, 0, spare.at(), 0, bytes, 1);
-    }
-    // The row that was made last, once more.
-    void repeat(u8* dst, const u8* row) const
-    {
-        if (spare)
-            kernels().copy_rows_streaming(dst, 0, spare.at(), 0, bytes, 1);
-        else
-            memmove(dst, row, bytes);
-    }
-
-private:
-    static bool are_streamed(const Scale& s)
-    {
-        const i64 read = i64{s.from.w} * s.from.h, written = i64{s.to.w} * s.to.h;
-        return static_cast<u64>(written) * bytes_per_pixel(s.dst.format) >= larger_than_caches &&
-               written >= read && s.ctx.filter != VEXLOR_FILTER_CATROM;
-    }
-
-    size_t bytes;
-    Buffer spare;
 };
 
 // Filters 565 or 32-bit rows: calls store_row(filtered row, destination row). Without memory nothing is drawn.

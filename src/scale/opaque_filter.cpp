@@ -12,13 +12,26 @@ vexlor_filter_fn filter_8888(const Scale& s)
     return vexlor_scale_choose_filter_8888(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
 }
 
+size_t row_bytes(const Scale& s)
+{
+    return static_cast<size_t>(bytes_of(s.to.w, bytes_per_pixel(s.dst.format)));
+}
+
+// Going past the caches pays where writing takes most of the time: not for reduced pictures, nor for filters in double
+// precision.
+PlainRows plain_rows(const Scale& s)
+{
+    const bool mostly_written = i64{s.to.w} * s.to.h >= i64{s.from.w} * s.from.h;
+    return {row_bytes(s), fills_caches(s) && mostly_written && s.ctx.filter != VEXLOR_FILTER_CATROM};
+}
+
 void scale_565(const Scale& s)
 {
     const auto filter = vexlor_scale_choose_filter_565(&s.ctx, s.from.w, s.from.h, s.to.w, s.to.h);
     if (reads_what_it_draws(s))
         return filter_rows(s, filter,
                            [](const FilteredRow& filtered, u8* dst) { filtered.in_place<u16>(dst); });
-    const PlainRows rows(s);
+    const PlainRows rows = plain_rows(s);
     filter_rows(s, filter,
                 [&](const FilteredRow& filtered, u8* dst) { rows(dst, [&](u8* to) { filtered.into(to); }); });
 }
@@ -30,7 +43,7 @@ void scale_8888(const Scale& s)
     const u32 src_shift = vexlor_fmt_get_alpha_shift(s.src.format);
     const u32 dst_shift = vexlor_fmt_get_alpha_shift(s.dst.format);
     if (write == vexlor_writer_arepl_8888 && !reads_what_it_draws(s)) {
-        const PlainRows rows(s);
+        const PlainRows rows = plain_rows(s);
         return filter_rows(s, filter_8888(s), [&](const FilteredRow& filtered, u8* dst) {
             rows(dst, [&](u8* to) { filtered.into(to); });
         });
@@ -137,7 +150,7 @@ void scale_yuv(const Scale& s, u32 pair)
     vexlor_filter_params params = params_of(s, 0);
     Bands bands(s, from_src, bound);
     RowFilter row_filter(filter_8888(s), params, bands.kind());
-    const PlainRows plain(s);
+    const PlainRows plain = plain_rows(s);
     const u8* drawn = memory.at(); // the row above, once there is one
     bool drawing = true;
     for_each_row(s, params, [&](u8* first, u8* dst) {
@@ -152,7 +165,7 @@ void scale_yuv(const Scale& s, u32 pair)
             return to_dst(memory.at(), dst, s.to.w);
         }
         if (same_row)
-            plain.repeat(dst, drawn);
+            plain.repeat(dst, [&] { memmove(dst, drawn, row_bytes(s)); });
         else
             plain(dst, [&](u8* to) { row_filter(bands.place(), params, to); });
         drawn = dst;

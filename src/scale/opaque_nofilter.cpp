@@ -1,7 +1,6 @@
 // Opaque scaling by the nearest sample. Every destination row is one span call, or a copy of the row above
 // when both come from the same source row.
-#include "isa/kernels.h"
-#include "scale/scale.h"
+#include "scale/plain_rows.h"
 
 #include <string.h>
 
@@ -16,7 +15,8 @@ struct Walk {
     i32 step;              // source units per destination unit, 16.16
     uintptr_t from_offset; // bytes from a source row's start to the rectangle
     uintptr_t to_offset;   // bytes from a destination row's start to the rectangle
-    u32 repeated_bytes;    // of a destination row that is copied from the one above
+    u32 drawn_bytes;       // of a destination row
+    u32 repeated_bytes;    // of one that is copied from the row above
 };
 
 // The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last
@@ -64,19 +64,25 @@ private:
     u32 pair = 0;
 };
 
-// Whether repeated rows are spanned like the first one and not copied from it, to the same pixels: the routines are the
-// library's own, rows do not run on into each other, and none is written over one that is still to be read. Spans of
-// narrower vectors or of short rows take longer than copies, which read what still waits to be written.
-bool spans_repeated_rows(const Scale& s, const Walk& walk)
+// Whether repeated rows need not be copied from the one above, for their pixels are the same: the routines are the library's
+// own, rows do not run on into each other, and none is written over one that is still to be read.
+bool repeats_freely(const Scale& s, const Walk& walk)
 {
     const auto extent = [](const vexlor_surface_desc& surface) {
         return static_cast<u64>(end_of(surface) - surface.pixels);
     };
-    constexpr u32 long_row = 2048; // bytes
-    return walk.span == vexlor_1d_scale_opaque_nofilt_32 && walk.repeated_bytes >= long_row &&
-           kernels_of(Set::avx512) && s.dst.stride >= walk.repeated_bytes &&
+    return walk.repeated_bytes == walk.drawn_bytes && s.dst.stride >= walk.drawn_bytes &&
            (s.ctx.memcpy_stream == vexlor_memcpy_stream_sse || s.ctx.memcpy_stream == vexlor_memcpy_x86) &&
            are_apart(s.src.pixels, extent(s.src), s.dst.pixels, extent(s.dst));
+}
+
+// Whether spanning them like the first one is faster than copies, which read what still waits to be written. Spans of
+// narrower vectors or of short rows take longer.
+bool spans_fast(const Walk& walk)
+{
+    constexpr u32 long_row = 2048; // bytes
+    return walk.span == vexlor_1d_scale_opaque_nofilt_32 && walk.drawn_bytes >= long_row &&
+           kernels_of(Set::avx512);
 }
 
 u32 draw(const Scale& s, const Walk& walk)
@@ -87,23 +93,27 @@ u32 draw(const Scale& s, const Walk& walk)
     // Elsewhere the other half is what follows in memory, which may be the row below, and the call may write it: units then
     // see those before them.
     const bool one_by_one = samples_half_a_pair(s);
-    const bool spans_all = spans_repeated_rows(s, walk);
+    const bool freely = repeats_freely(s, walk);
+    const PlainRows rows(walk.drawn_bytes, freely && fills_caches(s));
+    const bool spans_all = freely && !rows.are_streamed() && spans_fast(walk);
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
         const i64 y = nearest_row(s, ystep, i);
         const u8* const src = moved(s.src.pixels, bytes_of(y, s.src.stride));
         if (src == previous && !spans_all) {
-            repeat_row(s, dst, walk.repeated_bytes);
+            rows.repeat(dst, [&] { repeat_row(s, dst, walk.repeated_bytes); });
             continue;
         }
         previous = src;
         const SampledRow row(s, moved(src, walk.from_offset));
-        if (one_by_one)
-            for (u32 k = 0; k < walk.count; ++k)
-                walk.span(row.data(), moved(dst, bytes_of(k, 4)), s.dst.format, 1, 0, 0);
-        else
-            walk.span(row.data(), dst, s.dst.format, walk.count, walk.step >> 1, walk.step);
+        rows(dst, [&](u8* to) {
+            if (one_by_one)
+                for (u32 k = 0; k < walk.count; ++k)
+                    walk.span(row.data(), moved(to, bytes_of(k, 4)), s.dst.format, 1, 0, 0);
+            else
+                walk.span(row.data(), to, s.dst.format, walk.count, walk.step >> 1, walk.step);
+        });
     }
     return VEXLOR_OK;
 }
@@ -116,7 +126,7 @@ u32 scale_pixels(const Scale& s, u32 bytes, vexlor_scale_span_fn span)
     // brings the pixels beside it along.
     const auto width = static_cast<u32>(s.to.w);
     return draw(s, {span, width, step_of(s.from.w, s.to.w), bytes_of(s.from.x, bytes),
-                    bytes_of(s.to.x, bytes), width * 4});
+                    bytes_of(s.to.x, bytes), width * bytes, width * 4});
 }
 
 u32 scale_pairs(const Scale& s)
@@ -127,7 +137,7 @@ u32 scale_pairs(const Scale& s)
         return VEXLOR_OK;
     const auto pairs = static_cast<u32>(s.to.w / 2);
     return draw(s, {vexlor_1d_scale_opaque_nofilt_32, pairs, step_of(s.from.w / 2, s.to.w / 2),
-                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x / 2, 4), pairs * 4});
+                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x / 2, 4), pairs * 4, pairs * 4});
 }
 
 // Pairs into pixels. Both sides count pairs, so the step of the pixels serves; the pair that holds the
@@ -145,7 +155,7 @@ u32 scale_yuv_to_rgb(const Scale& s)
         return VEXLOR_OK;
     const auto width = static_cast<u32>(s.to.w);
     return draw(s, {of_pair(spans, s.src.format, s.dst.format), width, step_of(s.from.w, s.to.w),
-                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x, 4), width * 4});
+                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x, 4), width * 4, width * 4});
 }
 
 u32 scale(const Scale& s)

@@ -316,36 +316,13 @@ inline void call_nearest_565(const vexlor::Kernels* set, Src s, Dst d, uint32_t 
 inline void set_unit(Src, Dst d, const RowArgs& a) { model::store(d, a.color); }
 inline void copy_half(Src s, Dst d, const RowArgs&) { model::store(d, model::load<uint16_t>(s)); }
 
-// Up to three rows of n bytes.
-struct Streamed {
-    uint32_t rows, src_stride, dst_stride;
-    Streamed(uint32_t n, const RowArgs& a)
-        : rows(a.test % 4), src_stride(n + a.pad), dst_stride(n + a.dst_shift % 32)
-    {}
-    size_t bytes(uint32_t n, uint32_t stride) const { return rows == 0 ? 0 : size_t{rows - 1} * stride + n; }
-};
-inline void call_streaming(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
+inline void call_stream(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs&)
 {
-    const Streamed c(n, a);
-    set_or_best(set).copy_rows_streaming(d, c.dst_stride, s, c.src_stride, n, c.rows);
+    set_or_best(set).stream_row(d, s, n);
+    set_or_best(set).end_streaming();
 }
-inline void call_opaque_streaming(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
+inline void call_stream_opaque(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
 {
-    const Streamed c(4 * n, a);
-    set_or_best(set).copy_opaque_rows_streaming(d, c.dst_stride, s, c.src_stride, 4 * n, c.rows, a.shift);
-}
-inline bool run_opaque_streaming(Src s, Dst d, uint32_t n, const RowArgs& a)
-{
-    const Streamed c(4 * n, a);
-    for (uint32_t i = 0; i < c.rows; ++i)
-        for (uint32_t k = 0; k < n; ++k)
-            model::opaque_aone(s + size_t{i} * c.src_stride + 4 * k, d + size_t{i} * c.dst_stride + 4 * k, a);
-    return true;
-}
-inline bool run_streaming(Src s, Dst d, uint32_t n, const RowArgs& a)
-{
-    const Streamed c(n, a);
-    for (uint32_t i = 0; i < c.rows; ++i)
-        std::memmove(d + size_t{i} * c.dst_stride, s + size_t{i} * c.src_stride, n);
-    return true;
+    set_or_best(set).stream_opaque_row(d, s, size_t{4} * n, a.shift);
+    set_or_best(set).end_streaming();
 }

@@ -104,11 +104,8 @@ inline constexpr AnyRow all[] = {
 
     {Kind::other, false, true, call_set_words, run_units<set_unit, fill_32>, src_of<fill_32>, dst_of<fill_32>},
     {Kind::other, false, true, call_nearest_565, run_span<copy_half, 1, 2>, span_bytes<1, 2>, dst_of<pixel_16>},
-    {Kind::other, false, true, call_streaming, run_streaming, [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).src_stride); },
-     [](uint32_t n, const RowArgs& a) { return Streamed(n, a).bytes(n, Streamed(n, a).dst_stride); }, 4 * 130 + 3},
-    {Kind::other, false, true, call_opaque_streaming, run_opaque_streaming,
-     [](uint32_t n, const RowArgs& a) { return Streamed(4 * n, a).bytes(4 * n, Streamed(4 * n, a).src_stride); },
-     [](uint32_t n, const RowArgs& a) { return Streamed(4 * n, a).bytes(4 * n, Streamed(4 * n, a).dst_stride); }},
+    {Kind::other, false, true, call_stream, run_exact, exact_bytes, exact_bytes, 4 * 130 + 3},
+    {Kind::other, false, true, call_stream_opaque, run_units<opaque_aone, pixel_32>, src_of<pixel_32>, dst_of<pixel_32>},
 };
 
 } // namespace row_table
