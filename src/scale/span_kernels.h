@@ -11,17 +11,18 @@ namespace {
 
 #if defined(__AVX2__)
 
-// Calls put(i, units) for as many whole vectors as find their units in so many windows of a vector, and returns how many
-// units they are.
+// Calls put(i, units) for as many whole vectors of a source of so many units as find theirs in so many windows of a vector,
+// and returns how many units they are. Steps are forward, and at most as many units as windows.
 template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count, auto put)
 {
     using Units = Vector<vector_bytes>::U32;
     constexpr u32 units = lane_count<Units>;
     const auto step = static_cast<u32>(source.step);
     const u32 by = step * units;
-    const i64 room = ((source.length - i64{WindowCount} * units + 1) << 16) - source.x; // for positions
-    const i64 fitting = room <= 0 ? 0 : by == 0 ? count : (room + by - 1) / by;
-    const u32 vectors = fitting < count / units ? static_cast<u32>(fitting) : count / units;
+    // From so few steps before the last one on, windows would reach beyond the last unit.
+    const u32 fraction_at_end = (static_cast<u32>(source.x) + (count - 1) * step) & 0xFFFF;
+    const u32 near_end = (fraction_at_end + (WindowCount * units - 2) * 0x10000) / step + 1;
+    const u32 vectors = count <= near_end ? 0 : (count - near_end + units - 1) / units;
     const auto picked = [](const u8* window, Units index) {
         if constexpr (WindowCount == 1)
             return pick(load<Units>(window), index);
@@ -64,7 +65,7 @@ template <u32 Bytes> u32 put_vectors(const Stepped& source, u32 count, auto put)
     using Units = typename Vector<Bytes>::U32;
     u32 i = 0;
 #if defined(__AVX2__)
-    if (source.step >= 0 && source.step <= 0x10000)
+    if (source.step > 0 && source.step <= 0x10000)
         i = put_from_windows<1>(source, count, put);
     else if (source.step > 0 && source.step <= 0x20000)
         i = put_from_windows<2>(source, count, put);
