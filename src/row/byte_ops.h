@@ -95,6 +95,12 @@ inline __m512i left_twice(__m512i v)
 {
     return _mm512_castps_si512(_mm512_moveldup_ps(_mm512_castsi512_ps(v)));
 }
+// A mask of bytes of every 32-bit unit. As a constant of 64 bits, 32-bit processors would get it through memory, and wait for
+// its halves, at every use.
+inline __mmask64 bytes_of_units(u32 bytes)
+{
+    return _mm512_movepi8_mask(_mm512_set1_epi32(static_cast<int>(bytes)));
+}
 #endif
 
 template <u32 Bytes> struct Native;

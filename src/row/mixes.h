@@ -26,7 +26,7 @@ template <class U32, class U16> inline U32 mix_straight(U32 s, U32 d, U16 f)
 #if defined(__AVX512BW__)
     if constexpr (sizeof(U32) == 64)
         return reinterpret_cast<U32>(
-            _mm512_mask_add_epi8(native(mixed), 0x5555555555555555, native(both >> 8), native(even_d)));
+            _mm512_mask_add_epi8(native(mixed), bytes_of_units(lanes), native(both >> 8), native(even_d)));
 #endif
     return even_and_odd(reinterpret_cast<U32>((both >> 8) + even_d), reinterpret_cast<U32>(mixed));
 }
@@ -63,12 +63,13 @@ template <class U32, class U16> inline U32 mix_premultiplied(U32 s, U32 d, U16 f
 // The same, fastest for sources that are what they should be: no channel more than its alpha.
 template <class U32, class U16> inline U32 mix_covering(U32 s, U32 d, U16 f)
 {
-#if defined(__AVX512BW__) && defined(__x86_64__) // masks of 64 bits are slow where registers have 32
+#if defined(__AVX512BW__)
     if constexpr (sizeof(U32) == 64) {
         // What is left of d: of an upper channel d * (256 - f) / 256, of a lower one d - d * f / 256. They differ in how they
         // round, and the upper one is what a borrow leaves.
         constexpr __mmask32 upper = 0xAAAAAAAA;
-        constexpr __mmask64 lower_bytes = 0x3333333333333333, even_bytes = 0x5555555555555555;
+        const auto lower_bytes = bytes_of_units(0xFFFF), even_bytes = bytes_of_units(lanes),
+                   odd_bytes = bytes_of_units(~lanes);
         const auto g =
             reinterpret_cast<U16>(_mm512_mask_sub_epi16(native(f), upper, _mm512_set1_epi16(256), native(f)));
         const U16 even = (channels(d) & 0xFF) * g, odd = (channels(d) >> 8) * g;
@@ -78,11 +79,11 @@ template <class U32, class U16> inline U32 mix_covering(U32 s, U32 d, U16 f)
         const auto left = _mm512_mask_sub_epi8(products, lower_bytes, native(d), products);
         auto sum = _mm512_add_epi8(native(s), left);
         const __mmask64 full = _mm512_mask_cmplt_epu8_mask(lower_bytes, sum, native(s));
-        if (full != 0) [[unlikely]] {
+        if (!_kortestz_mask64_u8(full, full)) [[unlikely]] {
             // A fraction of 1, 255 in the product of what is left, borrows nothing where the sum below reaches 256.
             const auto ones = _mm512_set1_epi8(-1);
             const auto fractions =
-                _mm512_mask_shuffle_epi8(native(even), ~even_bytes, native(odd), lower_halves);
+                _mm512_mask_shuffle_epi8(native(even), odd_bytes, native(odd), lower_halves);
             const auto above = _mm512_mask_cmpeq_epi8_mask(_kshiftli_mask64(full, 2), fractions, ones);
             sum = _mm512_mask_sub_epi8(sum, above, sum, ones);
         }

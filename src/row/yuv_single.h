@@ -46,21 +46,19 @@ template <u32 Bytes, class I> inline Twice<typename Vector<Bytes>::U32> pixels_o
     const auto rb = pack_unsigned(r, b), xg = pack_unsigned(I{}, g);
 #if defined(__AVX512VBMI__)
     if constexpr (Bytes == 64) {
-        // By bytes of the pixels, from the two halves of the vector. Those of g lie where those of b do. The bits above a
-        // place, which permutes leave alone, tell r and b, and g: 32-bit processors make masks of 64 bits slowly.
+        // By bytes of the pixels, from the two halves of the vector. Those of g lie where those of b do.
         alignas(64) static constexpr auto places = [] {
             struct {
                 u8 of[64];
             } t{};
             for (u32 i = 0; i < 64; ++i) {
                 const u32 pair = i / 8, right = i / 4 % 2, channel = i % 4;
-                const u32 place = pair / 4 * 16 + pair % 4 + right * 4 + (channel == 1 ? 0 : 8);
-                t.of[i] = static_cast<u8>(place | (channel % 2) << 7 | (channel == 2) << 6);
+                t.of[i] = static_cast<u8>(pair / 4 * 16 + pair % 4 + right * 4 + (channel == 1 ? 0 : 8));
             }
             return t;
         }();
         const I low = load<I>(places.of), high = low + native(U32{} + 0x20202020);
-        const auto of_rb = _mm512_movepi8_mask(low), of_g = _mm512_movepi8_mask(_mm512_slli_epi16(low, 1));
+        const auto of_rb = bytes_of_units(0xFF00FF00), of_g = bytes_of_units(0xFF0000);
         const auto half = [=](I place) {
             return reinterpret_cast<U32>(_mm512_mask_permutexvar_epi8(
                 _mm512_maskz_permutexvar_epi8(of_rb, place, rb), of_g, place, xg));
