@@ -9,10 +9,12 @@ namespace {
 // A place along a row: the unit, and how many 65,536ths of one behind it. Steps go forward; 32-bit processors are spared
 // the products of 64 bits.
 struct Position {
-    i64 unit;
+    ptrdiff_t unit; // what memory holds
     u32 fraction;
 
-    explicit Position(i64 fixed) : unit(fixed >> 16), fraction(static_cast<u32>(fixed & 0xFFFF)) {}
+    explicit Position(i64 fixed)
+        : unit(static_cast<ptrdiff_t>(fixed >> 16)), fraction(static_cast<u32>(fixed & 0xFFFF))
+    {}
     void advance(u32 by)
     {
         fraction += by;
@@ -31,14 +33,15 @@ struct Stepped {
     const void* row;
     i64 x;
     i32 step;
-    i64 length; // units up to the last one that is read
+    ptrdiff_t length; // units up to the last one that is read
 
     Stepped(const void* from, i64 start, i32 by, u32 count)
-        : row(from), x(start), step(by), length(count == 0 ? 0 : ((x + i64{count - 1} * step) >> 16) + 1)
+        : row(from), x(start), step(by), length(count == 0 ? 0 : place(count - 1).unit + 1)
     {}
 
-    const u8* at(i64 index) const { return static_cast<const u8*>(moved(row, bytes_of(index, 4))); }
-    u32 operator[](u32 i) const { return load<u32>(at((x + i64{i} * step) >> 16)); }
+    const u8* at(ptrdiff_t index) const { return static_cast<const u8*>(moved(row, bytes_of(index, 4))); }
+    Position place(u32 i) const { return Position(x + i64{i} * step); }
+    u32 operator[](u32 i) const { return load<u32>(at(place(i).unit)); }
     Stepped from(u32 i, u32 count) const { return {row, x + i64{i} * step, step, count}; }
 
     // A vector of units from the i-th one on, and one whose first bytes alone are units.
@@ -46,14 +49,14 @@ struct Stepped {
     {
         if constexpr (can_permute<Units>) {
             // Whole windows are read where they lie between units that are read anyway.
-            constexpr u32 count = lane_count<Units>;
+            constexpr ptrdiff_t count = lane_count<Units>;
             const auto by = static_cast<u32>(step);
-            const Position place(x + static_cast<i64>(u64{i} * by)); // of no use when steps go backward
-            const i64 first = place.unit;
-            const Units index = place.lanes<Units>(by);
+            const Position from = place(i);
+            const ptrdiff_t first = from.unit;
+            const Units index = from.lanes<Units>(by);
             if (by <= 0x10000 && first + count <= length)
                 return pick(load<Units>(at(first)), index);
-            if (by <= 0x20000 && first + i64{2} * count <= length)
+            if (by <= 0x20000 && first + 2 * count <= length)
                 return pick_of_two(load<Units>(at(first)), load<Units>(at(first + count)), index);
             if (by < 0x8000000) // no lane's position wraps
                 return gather(at(first), index);

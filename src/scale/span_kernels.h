@@ -4,57 +4,64 @@
 #include "row/over.h"
 #include "row/stepped.h"
 #include "row/unzip.h"
-#include "row/windows.h"
+
+#include <string.h>
 
 namespace vexlor {
 namespace {
 
 #if defined(__AVX2__)
 
-// Calls put(i, units) for as many whole vectors of a source of so many units as find theirs in so many windows of a vector,
-// and returns how many units they are. Steps are forward, and at most as many units as windows.
+// Calls put(i, units) for the vectors of a source of so many units, and returns how many units they are: all of them, or none
+// where the row is too short for so many windows of a vector. Steps are forward, and at most as many units as windows. The
+// last vector ends at the row's end, and may make units anew.
 template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count, auto put)
 {
     using Units = Vector<vector_bytes>::U32;
     constexpr u32 units = lane_count<Units>;
     const auto step = static_cast<u32>(source.step);
     const u32 by = step * units;
-    // From so few steps before the last one on, windows would reach beyond the last unit.
-    const u32 fraction_at_end = (static_cast<u32>(source.x) + (count - 1) * step) & 0xFFFF;
-    const u32 near_end = (fraction_at_end + (WindowCount * units - 2) * 0x10000) / step + 1;
-    const u32 vectors = count <= near_end ? 0 : (count - near_end + units - 1) / units;
+    const Position at(source.x);
+    const ptrdiff_t last = source.length - ptrdiff_t{WindowCount * units};
+    if (count < units || last < at.unit)
+        return 0;
+    const u8* const end = source.at(last); // the last window
     const auto picked = [](const u8* window, Units index) {
         if constexpr (WindowCount == 1)
             return pick(load<Units>(window), index);
         else
             return pick_of_two(load<Units>(window), load<Units>(window + vector_bytes), index);
     };
-    const Position at(source.x);
+    u32 i = 0;
     if (by % 0x10000 != 0) {
         const u8* window = source.at(at.unit);
-        u32 fraction = at.fraction;
-        for (u32 i = 0; i < vectors; ++i) {
-            put(i * units, picked(window, (lane_numbers<Units>() * step + fraction) >> 16));
+        for (u32 fraction = at.fraction; window <= end; i += units) {
+            put(i, picked(window, (lane_numbers<Units>() * step + fraction) >> 16));
             fraction += by;
             window += size_t{fraction >> 16} * 4;
             fraction &= 0xFFFF;
         }
-        return vectors * units;
+    } else {
+        // All windows are picked from alike. Halves start at the row's second unit, and read from its first one on: rows are
+        // better aligned there.
+        const auto walk = [&](ptrdiff_t before, auto units_in) {
+            const u8* window = source.at(at.unit);
+            for (; window <= end; i += units, window += size_t{by} / 0x10000 * 4)
+                put(i, units_in(window - before));
+        };
+        if (step == 0x20000 && source.x >= 0x10000)
+            walk(4, [](const u8* window) {
+                return odd_units(load<Units>(window), load<Units>(window + vector_bytes));
+            });
+        else
+            walk(0, [=, index = at.lanes<Units>(step)](const u8* window) { return picked(window, index); });
     }
-    // All windows are picked from alike.
-    const auto walk = [&](const u8* window, auto units_in) {
-        for (u32 i = 0; i < vectors; ++i, window += size_t{by} / 0x10000 * 4)
-            put(i * units, units_in(window));
-    };
-    // Halves start at the row's second unit, and read from its first one on: rows are better aligned there.
-    if (step == 0x20000 && source.x >= 0x10000)
-        walk(source.at(at.unit - 1), [](const u8* window) {
-            return odd_units(load<Units>(window), load<Units>(window + vector_bytes));
-        });
-    else
-        walk(source.at(at.unit),
-             [=, index = at.lanes<Units>(step)](const u8* window) { return picked(window, index); });
-    return vectors * units;
+    for (; i < count; i += units) {
+        i = i < count - units ? i : count - units;
+        const Position near = source.place(i);
+        put(i, picked(end, near.lanes<Units>(step) + static_cast<u32>(near.unit - last)));
+    }
+    return count;
 }
 
 #endif
@@ -99,37 +106,37 @@ inline void scale_opaque_nofilt_aone_8888(const void* src, void* dst, u32 format
 }
 
 #if defined(__AVX2__)
-// A vector of pixels of 16 bits: picked from one or two windows of a vector, or half by half from such a one and a bit more.
+// Pixels of 16 bits, picked from a window of twice as many, or of as many where steps are short.
 struct Vector565 {
     using Units = Vector<vector_bytes>::U32;
-    static constexpr u32 pixels = vector_bytes / 2;
-    static constexpr u32 window = vector_bytes == 64 ? 2 * pixels : pixels + 1;
 #if defined(__AVX512BW__)
-    using Order = Vector<vector_bytes>::U16;
-    static Order order(Position at, u32 by)
+    static constexpr u32 pixels = 32;
+    using Order = Vector<64>::U16;
+    static ptrdiff_t window(u32 by) { return by <= 0x10000 ? pixels : 2 * pixels; }
+    static Order order(Position at, u32 by, u32 units_on)
     {
-        return low_halves(at.lanes<Units>(by), at.lanes<Units>(by, pixels / 2));
+        return low_halves(at.lanes<Units>(by) + units_on, at.lanes<Units>(by, pixels / 2) + units_on);
     }
-    static auto make(const Windows<u16, window>& windows, Position at, u32 by, Order order)
+    static Order make(const u8* window, u32 by, Order order)
     {
-        return by <= 0x10000 ? pick_words(windows(at.unit), order)
-                             : pick_words_of_two(windows(at.unit), order);
+        return by <= 0x10000 ? pick_words(window, order) : pick_words_of_two(window, order);
     }
 #else
-    struct Order {};
-    static Order order(Position, u32) { return {}; }
-    static auto make(const Windows<u16, window>& windows, Position at, u32 by, Order)
+    static constexpr u32 pixels = 8;
+    using Order = Units;
+    static ptrdiff_t window(u32) { return 2 * pixels; }
+    static Order order(Position at, u32 by, u32 units_on) { return at.lanes<Units>(by) + units_on; }
+    static __m128i make(const u8* window, u32, Order order)
     {
-        const auto half = [&] { return pick_halves(windows(at.unit), at.lanes<Units>(by)); };
-        const Units first = half();
-        at.advance(by * (pixels / 2));
-        return low_halves(first, half());
+        const Units picked = pick(load<Units>(window), order >> 1) >> ((order & 1) << 4);
+        return _mm256_castsi256_si128(native(low_halves(picked, picked)));
     }
 #endif
 };
 #endif
 
-// Returns the pixels that it made. The last vector ends at the row's end, and may make pixels anew.
+// Returns the pixels that it made. The last vector ends at the row's end, and may make pixels anew; windows do not reach
+// beyond it.
 inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] u16* dst,
                              [[maybe_unused]] u32 count, [[maybe_unused]] i32 x, [[maybe_unused]] i32 step)
 {
@@ -138,24 +145,32 @@ inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] 
     if (step < 0 || step > 0x20000 || count < pixels)
         return 0;
     const auto by = static_cast<u32>(step);
-    const Position start(x);
-    const auto place = [=](u32 i) {
-        return Position(static_cast<i64>(start.fraction) + static_cast<i64>(u64{i} * by));
-    };
-    const SourceRow<u16> row{static_cast<const u8*>(moved(src, bytes_of(start.unit, 2))),
-                             place(count - 1).unit};
-    const Windows<u16, Vector565::window> windows(row);
+    const ptrdiff_t window = Vector565::window(by);
+    const u32 fraction = static_cast<u32>(x) & 0xFFFF;
+    const auto place = [=](u32 i) { return Position(static_cast<i64>(fraction + u64{i} * by)); };
+    const auto* row = static_cast<const u8*>(moved(src, bytes_of(x >> 16, 2)));
+    const ptrdiff_t length = place(count - 1).unit + 1;
+    u16 short_row[2 * pixels];
+    if (length < window)
+        row = static_cast<const u8*>(memcpy(short_row, row, static_cast<size_t>(length) * 2));
+    const ptrdiff_t last = length < window ? 0 : length - window; // of windows
     Position at = place(0);
     const bool alike = by * pixels % 0x10000 == 0; // all vectors are picked alike
-    auto order = Vector565::order(at, by);
-    for (u32 i = 0; i < count - pixels; i += pixels) {
-        store(dst + i, Vector565::make(windows, at, by, order));
+    auto order = Vector565::order(at, by, 0);
+    u32 i = 0;
+    for (; i < count - pixels && at.unit <= last; i += pixels) {
+        store(dst + i, Vector565::make(row + at.unit * 2, by, order));
         at.advance(by * pixels);
         if (!alike)
-            order = Vector565::order(at, by);
+            order = Vector565::order(at, by, 0);
     }
-    const Position last = place(count - pixels);
-    store(dst + (count - pixels), Vector565::make(windows, last, by, Vector565::order(last, by)));
+    for (; i < count; i += pixels) {
+        i = i < count - pixels ? i : count - pixels;
+        at = place(i);
+        const ptrdiff_t first = at.unit < last ? at.unit : last;
+        order = Vector565::order(at, by, static_cast<u32>(at.unit - first));
+        store(dst + i, Vector565::make(row + first * 2, by, order));
+    }
     return count;
 #else
     return 0;

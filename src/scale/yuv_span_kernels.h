@@ -27,12 +27,12 @@ u32 enlarge_yuv([[maybe_unused]] const Stepped& source, [[maybe_unused]] void* d
     const Pixels index = (steps >> 16) * 2 + (lane & 1);
     const u32 all = pairs - pairs % made;
     for (u32 i = 0; i < all;) {
-        const i64 first = (source.x >> 16) + i64{i / made} * by;
+        const ptrdiff_t first = Position(source.x).unit + static_cast<ptrdiff_t>(size_t{i / made} * by);
         const u32 most = yuv_block / by, left = (all - i) / made;
         const u32 vectors = left < most ? left : most;
         // The last vector may pick from the pair behind the block.
-        const i64 rest = source.length - first;
-        const auto decoded = static_cast<i32>(rest < yuv_block + 1 ? rest : yuv_block + 1);
+        const ptrdiff_t rest = source.length - first, longest = yuv_block + 1;
+        const auto decoded = static_cast<i32>(rest < longest ? rest : longest);
         decode_row<Yuv, Rgb>(source.at(first), pixels, 2 * decoded);
         for (u32 k = 0; k < vectors; ++k, i += made)
             store(left_pixel_at(dst, static_cast<i32>(i)),
@@ -56,7 +56,7 @@ u32 scale_yuv_vector([[maybe_unused]] const Stepped& source, [[maybe_unused]] vo
     const u32 number = pairs < lane_count<Pairs> ? pairs : lane_count<Pairs>;
     const Position start(source.x);
     const auto step = static_cast<u32>(source.step);
-    const i64 read = source.from(0, number).length - start.unit;
+    const ptrdiff_t read = source.from(0, number).length - start.unit;
     const Pairs window = First<4>{static_cast<u32>(read)}.load(source.at(start.unit));
     First<4>{number}.store_twice(
         dst, PairVector<64>::template decode<Yuv, Rgb>(pick(window, start.lanes<Pairs>(step))));
