@@ -79,6 +79,16 @@ template <class Pixels> inline Pixels gather(const void* row, Pixels index)
 #endif
 }
 
+#if defined(__AVX512BW__)
+// The first so many, and zeros.
+template <class Pixels> inline Pixels gather_first(const void* row, Pixels index, u32 pixels)
+{
+    const auto first = static_cast<__mmask16>((1u << pixels) - 1);
+    return reinterpret_cast<Pixels>(
+        _mm512_mask_i32gather_epi32(__m512i{}, first, reinterpret_cast<__m512i>(index), row, 4));
+}
+#endif
+
 #endif
 
 } // namespace

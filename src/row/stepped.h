@@ -2,6 +2,7 @@
 #pragma once
 
 #include "row/permute.h"
+#include "row/vectors.h"
 
 namespace vexlor {
 namespace {
@@ -73,6 +74,16 @@ struct Stepped {
     template <u32 Bytes, class Units> Units part(u32 i) const { return first<Units>(i, Bytes / 4); }
     template <class Units> Units first(u32 i, u32 units) const
     {
+#if defined(__AVX512BW__)
+        const auto by = static_cast<u32>(step);
+        const Position from = place(i);
+        if (units != 0 && by <= 0x10000) {
+            const auto read = static_cast<u32>(place(i + units - 1).unit - from.unit) + 1;
+            return pick(load_first<4, Units>(at(from.unit), read), from.lanes<Units>(by));
+        }
+        if (by < 0x8000000)
+            return gather_first(at(from.unit), from.lanes<Units>(by), units);
+#endif
         Units v = {};
         for (u32 k = 0; k < units; ++k)
             v[k] = (*this)[i + k];

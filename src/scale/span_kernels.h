@@ -90,6 +90,11 @@ inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
     if constexpr (vector_bytes != 0)
         i = put_vectors<vector_bytes>(source, count,
                                       [=](u32 at, auto units) { store(to + at, rule(units)); });
+#if defined(__AVX512BW__)
+    const First<4> rest{count - i};
+    if (rest.units != 0)
+        return rest.store(to + i, rule(rest.units_of(source, i)));
+#endif
     for (; i < count; ++i)
         store(to + i, rule(source[i]));
 }
