@@ -99,16 +99,48 @@ template <class Yuv, u32 Bytes> inline auto decode_single(typename Vector<Bytes>
                                   both([&](F y) { return y + bu; }));
 }
 
+// A single pair in integers, with an X byte of 255.
+template <class Yuv> inline void decode_pair(const void* src, void* dst)
+{
+#if defined(__AVX2__)
+    // In each half of a vector the channels of a pixel. Each is a sum of products, of luma and of one chroma, and g has the
+    // other chroma, too.
+    constexpr u32 zero = 0x8080;
+    const auto word = [](u32 shift) { return shift / 8 | 0x8000; };
+    const auto words = [](u32 low, u32 high) { return static_cast<int>(low | high << 16); };
+    const auto factors = [](i32 low, i32 high) { return static_cast<int>((low & 0xFFFF) | high * 0x10000); };
+    const auto twice = [](__m128i v) { return _mm256_broadcastsi128_si256(v); };
+    const auto of_pixel = [=](u32 y) {
+        const int yv = words(word(y), word(Yuv::v));
+        return _mm_setr_epi32(words(zero, zero), yv, yv, words(word(y), word(Yuv::u)));
+    };
+    const __m128i of_g = _mm_setr_epi32(-1, -1, words(word(Yuv::u), zero), -1);
+    const __m256i pair = _mm256_set1_epi32(load<i32>(src));
+    const __m256i main =
+        _mm256_madd_epi16(_mm256_shuffle_epi8(pair, _mm256_setr_m128i(of_pixel(Yuv::y0), of_pixel(Yuv::y1))),
+                          twice(_mm_setr_epi32(0, factors(298, 409), factors(298, -208), factors(298, 516))));
+    const __m256i rest =
+        _mm256_madd_epi16(_mm256_shuffle_epi8(pair, twice(of_g)), _mm256_set1_epi32(-100 & 0xFFFF));
+    constexpr i32 offset = 128 - 298 * 16;
+    const __m256i offsets =
+        twice(_mm_setr_epi32(255 * 256, offset - 409 * 128, offset + (208 + 100) * 128, offset - 516 * 128));
+    const __m256i channels = _mm256_srai_epi32(_mm256_add_epi32(_mm256_add_epi32(main, rest), offsets), 8);
+    const __m256i halves = _mm256_packs_epi32(channels, channels),
+                  bytes = _mm256_packus_epi16(halves, halves);
+    store(dst, _mm256_cvtsi256_si32(bytes));
+    store(moved(dst, 4), _mm_cvtsi128_si32(_mm256_extracti128_si256(bytes, 1)));
+#else
+    constexpr Part<4> vector;
+    vector.store_twice(dst, PairVector<16>::decode<Yuv, X8R8G8B8>(vector.load(src)));
+#endif
+}
+
 // Pairs before the destination's first 16-byte boundary and a last single pair take the integer arithmetic, with an X
 // byte of 255. A destination off by less than a pair never reaches a boundary.
 template <class Yuv> void decode_row_single(const void* src, void* dst, i32 count)
 {
     const i32 pairs = whole_pairs(count);
-    const auto in_integers = [=](i32 i) {
-        constexpr Part<4> vector;
-        vector.store_twice(left_pixel_at(dst, i),
-                           PairVector<16>::decode<Yuv, X8R8G8B8>(vector.load(pair_at(src, i))));
-    };
+    const auto in_integers = [=](i32 i) { decode_pair<Yuv>(pair_at(src, i), left_pixel_at(dst, i)); };
     const auto behind = reinterpret_cast<uintptr_t>(dst) % 16; // a boundary
     const i32 i = behind != 0;
     if (behind % 8 != 0 || i >= pairs)
