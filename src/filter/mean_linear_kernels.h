@@ -33,8 +33,10 @@ inline u32 columns_inside(i64 first, i64 last, const vexlor_filter_params& p)
 {
     if (first > last || p.xstep <= 0)
         return first > last ? 0 : p.count;
-    const i64 many = (((last + 1 - first) << 16) + p.xstep - 1) / p.xstep;
-    return many < p.count ? static_cast<u32>(many) : p.count;
+    const i64 room = (last + 1 - first) << 16; // for positions
+    if ((i64{p.count} - 1) * p.xstep < room)   // nearly always: spares rows a division
+        return p.count;
+    return static_cast<u32>((room + p.xstep - 1) / p.xstep);
 }
 
 // Returns the columns that it made.
@@ -67,6 +69,17 @@ u32 mix_across_vectors(TapRow row, const vexlor_filter_params& p, const Columns<
 
 #endif
 
+// Columns from i on, one by one.
+template <class Pixel, class X>
+[[gnu::always_inline]] inline void mix_columns(TapRow row, const vexlor_filter_params& p, u32 i, auto* values)
+{
+    for (i64 position = i64{i} * p.xstep; i < p.count; ++i, position += p.xstep) {
+        const Taps taps = taps_at<Pixel, X>(row.start, row.end, position, p);
+        const u32 weight = fraction_weight(static_cast<u32>(position));
+        values[i] = static_cast<typename Pixel::Word>(mix_taps<Pixel, X>(taps, weight));
+    }
+}
+
 template <class Pixel, class X>
 void mix_across(TapRow row, const vexlor_filter_params& p, [[maybe_unused]] const void* columns, void* values)
 {
@@ -76,11 +89,7 @@ void mix_across(TapRow row, const vexlor_filter_params& p, [[maybe_unused]] cons
 #if defined(__SSE2__)
     i = mix_across_vectors<Pixel, X>(row, p, Columns<Pixel>(p, const_cast<void*>(columns)), out);
 #endif
-    for (i64 position = i64{i} * p.xstep; i < p.count; ++i, position += p.xstep) {
-        const Taps taps = taps_at<Pixel, X>(row.start, row.end, position, p);
-        const u32 weight = fraction_weight(static_cast<u32>(position));
-        out[i] = static_cast<Word>(mix_taps<Pixel, X>(taps, weight));
-    }
+    mix_columns<Pixel, X>(row, p, i, out);
 }
 
 // Rows of values are longer than count, and vectors may read beyond it. The last vector of pixels ends at count. Returns

@@ -65,12 +65,13 @@ struct FilterPasses {
 
 // across and down are those of the set.
 template <class Pixel, class X, class Y>
-Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr, BothFn both_once = nullptr)
+Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr, BothFn both_once = nullptr,
+                   PrepareFn prepare = prepare_columns<Pixel, X>)
 {
     return {.taps = 2,
             .value_bytes = sizeof(typename Pixel::Word),
             .column_bytes = sizeof(u32) + (X::weighs ? sizeof(typename Pixel::Word) : 0),
-            .prepare = prepare_columns<Pixel, X>,
+            .prepare = prepare,
             .find_rows = find_mean_linear_rows<Pixel, X, Y>,
             .across = across,
             .down = down,
@@ -105,7 +106,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& set)
         {vexlor_filter_xmean_ymean_8888,     mean_linear<Pixel8888, Mean, Mean>(set.mean_across_8888, set.mean_down_8888, set.halve_8888, set.halve_row_8888)},
         {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(set.mean_across_8888, set.linear_down_8888)},
         {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(set.linear_across_8888, set.mean_down_8888)},
-        {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(set.linear_across_8888, set.linear_down_8888, nullptr, set.double_row_8888)},
+        {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(set.linear_across_for_linear_8888, set.linear_down_of_linear_8888, nullptr, set.double_row_8888, set.prepare_linear_8888)},
         {vexlor_filter_xmean_ymean_565,      mean_linear<Pixel565, Mean, Mean>(set.mean_across_565, set.mean_down_565)},
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(set.mean_across_565, set.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(set.linear_across_565, set.mean_down_565)},

@@ -9,7 +9,9 @@
 namespace vexlor {
 namespace {
 
-// Where columns stand on a pixel and half way to the next in turn. False when they do not, or a vector is too long.
+// Where columns stand on a pixel and half way to the next in turn. False when they do not, or a vector is too long. What
+// it makes is biased when told so.
+template <u32 Bias = 0>
 inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] const vexlor_filter_params& p,
                                [[maybe_unused]] void* out)
 {
@@ -21,18 +23,18 @@ inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] 
     const i64 end = static_cast<i64>((source.end - source.start) / 4), begin = i64{number} - Lanes::count;
     if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count)
         return false;
-    const auto half_way = Lanes::every_byte(fraction_weight(0x8000));
+    const auto half_way = byte_weights<Pixels>(fraction_weight(0x8000));
     const auto put = [=](u32 i, Pixels left, Pixels right) {
-        const Twice<Pixels> pixels = zip_units(left, Lanes::lerp(left, right, half_way));
-        store(static_cast<u32*>(out) + size_t{2} * i, pixels.low);
-        store(static_cast<u32*>(out) + size_t{2} * i + Lanes::count, pixels.high);
+        const Twice<Pixels> pixels = zip_units(left, mix_biased_bytes(right, left, half_way));
+        store(static_cast<u32*>(out) + size_t{2} * i, pixels.low ^ (bias ^ Bias));
+        store(static_cast<u32*>(out) + size_t{2} * i + Lanes::count, pixels.high ^ (bias ^ Bias));
     };
     for (u32 i = 0; i < begin; i += Lanes::count) {
-        const auto left = load<Pixels>(row + i);
-        put(i, left, moved_up(left, load<u32>(row + i + Lanes::count)));
+        const auto left = load<Pixels>(row + i) ^ bias;
+        put(i, left, moved_up(left, load<u32>(row + i + Lanes::count) ^ bias));
     }
     // Right taps behind the end find the last pixel. Left ones are read where they are.
-    const auto left = load<Pixels>(row + begin);
+    const auto left = load<Pixels>(row + begin) ^ bias;
     const Pixels next = lane_numbers<Pixels>() + 1, last = Pixels{} + static_cast<u32>(end - begin);
     put(static_cast<u32>(begin), left, pick(left, next < last ? next : last));
     return true;

@@ -87,6 +87,10 @@ struct Kernels {
     DownFn linear_down_8888;
     DownFn mean_down_565;
     DownFn linear_down_565;
+    // Linear in both directions.
+    PrepareFn prepare_linear_8888;
+    AcrossFn linear_across_for_linear_8888;
+    DownFn linear_down_of_linear_8888;
     BothFn halve_8888;
     BothFn double_row_8888;
     BothFn halve_row_8888;

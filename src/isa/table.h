@@ -5,6 +5,7 @@
 #include "fill/blend_kernels.h"
 #include "filter/gauss_kernels.h"
 #include "filter/halve_kernels.h"
+#include "filter/linear_kernels.h"
 #include "filter/mean_linear_kernels.h"
 #include "filter/single_row_kernels.h"
 #include "isa/kernels.h"
@@ -85,6 +86,9 @@ constexpr Kernels table = {
     .linear_down_8888 = mix_down<Pixel8888, Linear>,
     .mean_down_565 = mix_down<Pixel565, Mean>,
     .linear_down_565 = mix_down<Pixel565, Linear>,
+    .prepare_linear_8888 = prepare_linear_8888,
+    .linear_across_for_linear_8888 = linear_across_for_linear_8888,
+    .linear_down_of_linear_8888 = linear_down_of_linear_8888,
     .halve_8888 = halve_8888,
     .double_row_8888 = double_row_8888,
     .halve_row_8888 = halve_row_8888,

@@ -13,7 +13,16 @@ template <class U32> inline auto channels(U32 pixels)
 }
 
 // The even bytes of one and the odd bytes of the other.
-template <class U32> inline U32 even_and_odd(U32 even, U32 odd) { return (even & lanes) | (odd & ~lanes); }
+template <class U32> inline U32 even_and_odd(U32 even, U32 odd)
+{
+#if defined(__AVX512BW__)
+    if constexpr (sizeof(U32) == 64) // compilers tend to take two instructions
+        return reinterpret_cast<U32>(
+            _mm512_ternarylogic_epi32(native(U32{} + lanes), native(even), native(odd), 0xCA));
+    else
+#endif
+        return (even & lanes) | (odd & ~lanes);
+}
 
 // Channels of straight colour must not borrow from each other, and cannot in lanes of their own. The odd ones' products stay
 // where they are: what lies below them is not kept. The even ones' come from the products of both, less what the odd ones
@@ -34,18 +43,22 @@ template <class U32, class U16> inline U32 mix_straight(U32 s, U32 d, U16 f)
 #if defined(__SSSE3__)
 // By one factor from 1 to 255. s * f + d * (256 - f) of every byte: one product of unsigned weights and bytes that a bias
 // makes signed.
+constexpr u32 bias = 0x80808080;
 template <class U32> inline auto byte_weights(u32 f)
 {
     return native(U32{} + (f | (256 - f) << 8) * 0x10001);
 }
+template <class U32> inline U32 mix_biased_bytes(U32 s, U32 d, auto weights)
+{
+    using I16 = typename Vector<sizeof(U32)>::I16;
+    const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_low(native(s), native(d))));
+    const auto high =
+        reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_high(native(s), native(d))));
+    return reinterpret_cast<U32>(pack_signed(native(low >> 8), native(high >> 8)));
+}
 template <class U32> inline U32 mix_bytes(U32 s, U32 d, auto weights)
 {
-    constexpr u32 bias = 0x80808080;
-    const auto biased_s = native(s ^ bias), biased_d = native(d ^ bias);
-    using I16 = typename Vector<sizeof(U32)>::I16;
-    const auto low = reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_low(biased_s, biased_d)));
-    const auto high = reinterpret_cast<I16>(multiply_add_bytes(weights, zip_bytes_high(biased_s, biased_d)));
-    return reinterpret_cast<U32>(pack_signed(native(low >> 8), native(high >> 8))) ^ bias;
+    return mix_biased_bytes(s ^ bias, d ^ bias, weights) ^ bias;
 }
 #endif
 
