@@ -55,6 +55,8 @@ public:
     }
 
 private:
+    static constexpr u32 pixel = 4; // where rows are shifted
+
     // Returns how many pixels are left to the filter.
     u32 mix(const FilterPlace& place, const vexlor_filter_params& params, void* out)
     {
@@ -69,44 +71,71 @@ private:
             return apart;
         if (passes.both && passes.both(rows, params, out))
             return apart;
-        const void* values[most_taps];
+        Shifted shifted;
+        u32 slots[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)
-            values[tap] = values_of(rows, tap, params);
-        passes.down(values, params, out);
+            slots[tap] = slot_of(rows, tap, params, shifted);
+        down(slots, params, 0, shifted.begin, nullptr, out);
+        down(slots, params, shifted.begin, shifted.end, &shifted, out);
+        down(slots, params, shifted.end, params.count, nullptr, out);
+        if (shifted.slot != most_taps)
+            held[shifted.slot] = {};
         return apart;
     }
 
+    // A row whose columns from begin to end are those of another slot's row, some columns off.
+    struct Shifted {
+        u32 slot = most_taps, by_slot = 0, begin = 0, end = 0;
+        i64 by = 0;
+    };
+    // Columns from begin to end.
+    void down(const u32* slots, const vexlor_filter_params& params, u32 begin, u32 end,
+              const Shifted* shifted, void* out) const
+    {
+        if (begin == end)
+            return;
+        vexlor_filter_params part = params;
+        part.count = end - begin;
+        const void* values[most_taps];
+        for (u32 tap = 0; tap < passes.taps; ++tap)
+            values[tap] = shifted && slots[tap] == shifted->slot ? at(shifted->by_slot, begin + shifted->by)
+                                                                 : at(slots[tap], begin);
+        passes.down(values, part, static_cast<u8*>(out) + size_t{begin} * pixel);
+    }
+
     // There are as many rows of values as taps: one of those that no tap asks for gives way.
-    const void* values_of(const TapRow* rows, u32 tap, const vexlor_filter_params& params)
+    u32 slot_of(const TapRow* rows, u32 tap, const vexlor_filter_params& params, Shifted& shifted)
     {
         u32 slot = 0;
         for (u32 i = 0; i < passes.taps; ++i) {
             if (held[i] == rows[tap])
-                return values_in(i);
+                return i;
             if (!is_asked_for(held[i], rows))
                 slot = i;
         }
-        if (pitch == 0 || !copy_neighbour(rows[tap], params, slot))
-            passes.across(rows[tap], params, column_data(), values_in(slot));
         held[slot] = rows[tap];
-        return values_in(slot);
+        if (pitch == 0 || !shift_neighbour(rows, tap, params, slot, shifted))
+            passes.across(rows[tap], params, column_data(), at(slot, 0));
+        return slot;
     }
     // Columns of a row from begin to end; only those of colours may begin elsewhere than at 0.
     void across(TapRow row, const vexlor_filter_params& params, u32 begin, u32 end, u32 slot)
     {
         vexlor_filter_params part = params;
         part.count = end - begin;
-        passes.across(row, part, moved(column_data(), bytes_of(begin, passes.column_bytes)),
-                      moved(values_in(slot), bytes_of(begin, passes.value_bytes)));
+        passes.across(row, part, moved(column_data(), bytes_of(begin, passes.column_bytes)), at(slot, begin));
     }
-    // To twice the width, the values of a row that begins one pixel before or behind a held one are its values, two columns
-    // off, but where taps reach the rows' ends. Passes may write some columns more than they are told to, in whole blocks.
-    bool copy_neighbour(TapRow row, const vexlor_filter_params& params, u32 slot)
+    // To twice the width, the values of a row that begins one pixel before or behind another are its values, two columns
+    // off, but where taps reach the rows' ends: only there they are made. Passes may write some columns more than they are
+    // told to, in whole blocks.
+    bool shift_neighbour(const TapRow* rows, u32 tap, const vexlor_filter_params& params, u32 slot,
+                         Shifted& shifted)
     {
-        constexpr u32 pixel = 4, reach = 3, off = 2, block = 16;
+        constexpr u32 reach = 3, off = 2, block = 16;
+        const TapRow row = rows[tap];
         const auto pixels = static_cast<i64>((row.end - row.start) / pixel) + 1;
-        if (!passes.of_colours || params.xstep != 0x8000 || pixels < i64{2} * block ||
-            params.count < 4 * block)
+        if (shifted.slot != most_taps || !passes.of_colours || params.xstep != 0x8000 ||
+            pixels < i64{2} * block || params.count < 4 * block)
             return false;
         const auto inside = static_cast<u64>(2 * (pixels - reach));
         const u32 end =
@@ -114,15 +143,14 @@ private:
         for (u32 i = 0; i < passes.taps; ++i) {
             const bool before = row.start == held[i].start - pixel,
                        behind = row.start == held[i].start + pixel;
-            if (i == slot || (!before && !behind) || held[i].end - held[i].start != row.end - row.start)
+            if (i == slot || (!before && !behind) || held[i].end - held[i].start != row.end - row.start ||
+                !is_asked_for(held[i], rows))
                 continue;
             const u32 to = before ? 2 * off : off, from = before ? off : 2 * off;
-            const auto at = [&](u32 row_slot, u32 column) {
-                return moved(values_in(row_slot), bytes_of(column, passes.value_bytes));
-            };
             across(row, params, 0, to, slot);
-            memcpy(at(slot, to), at(i, from), bytes_of(end - to, passes.value_bytes));
+            memcpy(at(slot, to), at(i, from), bytes_of(block - to, passes.value_bytes));
             across(row, params, end, params.count, slot);
+            shifted = {slot, i, block, end, i64{from} - to};
             return true;
         }
         return false;
@@ -140,10 +168,11 @@ private:
         const auto unaligned = reinterpret_cast<uintptr_t>(memory.at());
         return memory.at((column_block - unaligned % column_block) % column_block);
     }
-    u8* values_in(u32 slot) const
+    u8* at(u32 slot, i64 column) const
     {
         return moved(column_data(), static_cast<uintptr_t>(
-                                        columns * (passes.column_bytes + u64{slot} * passes.value_bytes)));
+                                        columns * (passes.column_bytes + u64{slot} * passes.value_bytes)) +
+                                        bytes_of(column, passes.value_bytes));
     }
 
     vexlor_filter_fn filter;
