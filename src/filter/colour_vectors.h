@@ -50,7 +50,6 @@ inline Colour plus_product(Colour sum, Colour x, Colour y)
 struct Colours {
     __m512d v;
     static Colours at(const double* values) { return {_mm512_loadu_pd(values)}; }
-    static Colours at(const float* values) { return widened(_mm256_loadu_ps(values)); }
     static Colours all(double component) { return {_mm512_set1_pd(component)}; }
     static Colours widened(__m256 components) { return {_mm512_cvtps_pd(components)}; }
     __m256 rounded() const { return _mm512_cvtpd_ps(v); }
@@ -62,6 +61,73 @@ constexpr u32 colours_at_once = 2;
 #else
 using Colours = Colour;
 constexpr u32 colours_at_once = 1;
+#endif
+
+// Singles into memory, as doubles.
+inline void widen(__m128 one, double* value) { Colour::widened(one).to(value); }
+#if defined(__AVX512F__)
+inline void widen(__m256 two, double* values) { Colours::widened(two).to(values); }
+#elif defined(__AVX2__)
+inline void widen(__m256 two, double* values)
+{
+    widen(_mm256_castps256_ps128(two), values);
+    widen(_mm256_extractf128_ps(two, 1), values + 4);
+}
+#endif
+
+// Rows of values hold singles. Where to widen them takes two steps, they are widened once, and not for every pass down.
+#if defined(__AVX512F__)
+using Value = double;
+inline void put(__m256 two, double* values) { widen(two, values); }
+// Columns that take from two registers in turn.
+inline void put_in_turn(Colours pixels, __m256 sums, double* values)
+{
+    const Colours between = Colours::widened(sums);
+    _mm256_storeu_pd(values, _mm512_castpd512_pd256(pixels.v));
+    _mm256_storeu_pd(values + 4, _mm512_castpd512_pd256(between.v));
+    _mm256_storeu_pd(values + 8, _mm512_extractf64x4_pd(pixels.v, 1));
+    _mm256_storeu_pd(values + 12, _mm512_extractf64x4_pd(between.v, 1));
+}
+#else
+using Value = float;
+inline void put(__m128 one, float* value) { _mm_storeu_ps(value, one); }
+#if defined(__AVX2__)
+inline void put(__m256 two, float* values) { _mm256_storeu_ps(values, two); }
+#endif
+inline void put_in_turn(Colours pixel, __m128 sum, float* values)
+{
+    put(pixel.rounded(), values);
+    put(sum, values + 4);
+}
+#endif
+
+// The taps of columns that lie side by side, of which each pixel that is read makes one more.
+#if defined(__AVX512F__)
+// Of two columns, from registers of two pixels.
+struct SlidingTaps {
+    Colours first, second, third;
+    static Colours between(Colours a, Colours b) { return {_mm512_shuffle_f64x2(a.v, b.v, 0b01'00'11'10)}; }
+    explicit SlidingTaps(auto next) : first(next()), third(next()) { second = between(first, third); }
+    Colours fourth(Colours next) const { return between(third, next); }
+    void slide(Colours next)
+    {
+        first = third;
+        second = fourth(next);
+        third = next;
+    }
+};
+#else
+struct SlidingTaps {
+    Colours first, second, third;
+    explicit SlidingTaps(auto next) : first(next()), second(next()), third(next()) {}
+    Colours fourth(Colours next) const { return next; }
+    void slide(Colours next)
+    {
+        first = second;
+        second = third;
+        third = next;
+    }
+};
 #endif
 
 // The components of a pixel, or with wide vectors of two or four neighbours: components(i) are those of the pixels from i

@@ -16,6 +16,7 @@ public:
     {
         return reinterpret_cast<const void*>(start + bytes_of(place, sizeof(Word)));
     }
+    i64 number() const { return last + 1; }
     bool has(i64 place) const { return place >= 0 && place <= last; }
     u32 at(i64 place) const { return load<Word>(address(place < 0 ? 0 : place > last ? last : place)); }
 
@@ -44,9 +45,9 @@ private:
 constexpr u32 block_columns = 64;
 constexpr u32 block_room = block_columns * 4; // pixels; columns have at most that many taps
 
-// Walks columns from begin to end: calls unpack(place in the row, number) for the pixels under the taps of a block of
-// columns, then mix(column, index of its first tap among them) for each. Pixels are unpacked once for a block, or where
-// columns lie far apart for each.
+// Walks columns from begin to end, two by two: calls unpack(place in the row, number, index) for the pixels under the taps
+// of a block of columns, then mix(column, index of its first tap among them, index of the next column's). Pixels are
+// unpacked once for a block, or where columns lie far apart for each column. Behind an odd last one is another like it.
 template <class Kernel>
 inline void for_columns(const typename Kernel::Column* column, u32 begin, u32 count, auto unpack, auto mix)
 {
@@ -55,13 +56,17 @@ inline void for_columns(const typename Kernel::Column* column, u32 begin, u32 co
         const u32 end = count - begin < block_columns ? count : begin + block_columns;
         const i64 from = first_tap(begin);
         const i64 span = first_tap(end - 1) - from + Kernel::taps;
-        if (span <= block_room)
-            unpack(from, static_cast<u32>(span));
-        for (u32 i = begin; i < end; ++i) {
-            if (span > block_room)
-                unpack(first_tap(i), Kernel::taps);
-            mix(i, span > block_room ? 0 : static_cast<u32>(first_tap(i) - from));
+        if (span > block_room) {
+            for (u32 i = begin; i < end; i += 2) {
+                unpack(first_tap(i), Kernel::taps, 0);
+                unpack(first_tap(i + 1), Kernel::taps, Kernel::taps);
+                mix(i, 0, Kernel::taps);
+            }
+            continue;
         }
+        unpack(from, static_cast<u32>(span), 0);
+        for (u32 i = begin; i < end; i += 2)
+            mix(i, static_cast<size_t>(first_tap(i) - from), static_cast<size_t>(first_tap(i + 1) - from));
     }
 }
 

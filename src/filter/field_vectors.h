@@ -9,21 +9,15 @@ namespace {
 
 #if defined(__SSE2__)
 
-inline Colour unpack_fields(__m128i fields, __m128 reciprocals)
+inline __m128 unpack_fields(__m128i fields, __m128 reciprocals)
 {
-    return Colour::widened(_mm_mul_ps(_mm_cvtepi32_ps(fields), reciprocals));
+    return _mm_mul_ps(_mm_cvtepi32_ps(fields), reciprocals);
 }
 
 #if defined(__AVX2__)
-inline void unpack_two(__m256i fields, __m256 reciprocals, double* values)
+inline __m256 unpack_fields(__m256i fields, __m256 reciprocals)
 {
-    const __m256 c = _mm256_mul_ps(_mm256_cvtepi32_ps(fields), reciprocals);
-#if defined(__AVX512F__)
-    Colours::widened(c).to(values);
-#else
-    Colour::widened(_mm256_castps256_ps128(c)).to(values);
-    Colour::widened(_mm256_extractf128_ps(c, 1)).to(values + components);
-#endif
+    return _mm256_mul_ps(_mm256_cvtepi32_ps(fields), reciprocals);
 }
 #endif
 
@@ -38,18 +32,13 @@ template <> struct Fields<Pixel8888> {
         return _mm_unpacklo_epi16(_mm_unpacklo_epi8(bytes, zero), zero);
     }
     static __m128 reciprocals() { return _mm_set1_ps(1.0F / 255); }
-    static void unpack(u32 pixel, double* value) { unpack_fields(of(pixel), reciprocals()).to(value); }
+    static __m128 scales() { return _mm_set1_ps(255); }
+    static __m128 unpacked(u32 pixel) { return unpack_fields(of(pixel), reciprocals()); }
 #if defined(__AVX2__)
-    static void unpack_pair(const void* pair, double* values)
+    static __m256 unpacked_pair(const void* pair)
     {
-        const __m256i fields = _mm256_cvtepu8_epi32(_mm_loadl_epi64(static_cast<const __m128i*>(pair)));
-        unpack_two(fields, _mm256_set1_ps(1.0F / 255), values);
-    }
-#else
-    static void unpack_pair(const void* pair, double* values)
-    {
-        unpack(load<u32>(pair), values);
-        unpack(load<u32>(moved(pair, 4)), values + components);
+        return unpack_fields(_mm256_cvtepu8_epi32(_mm_loadl_epi64(static_cast<const __m128i*>(pair))),
+                             _mm256_set1_ps(1.0F / 255));
     }
 #endif
 
@@ -93,20 +82,14 @@ template <> struct Fields<Pixel565> {
 #endif
     }
     static __m128 reciprocals() { return _mm_setr_ps(1.0F / 31, 1.0F / 63, 1.0F / 31, 0); }
-    static void unpack(u32 pixel, double* value) { unpack_fields(of(pixel), reciprocals()).to(value); }
+    static __m128 unpacked(u32 pixel) { return unpack_fields(of(pixel), reciprocals()); }
 #if defined(__AVX2__)
-    static void unpack_pair(const void* pair, double* values)
+    static __m256 unpacked_pair(const void* pair)
     {
         const __m256i shifted = _mm256_srlv_epi32(_mm256_set1_epi32(load<i32>(pair)),
                                                   _mm256_setr_epi32(11, 5, 0, 0, 27, 21, 16, 0));
         const __m256i fields = _mm256_and_si256(shifted, _mm256_setr_epi32(31, 63, 31, 0, 31, 63, 31, 0));
-        unpack_two(fields, _mm256_set_m128(reciprocals(), reciprocals()), values);
-    }
-#else
-    static void unpack_pair(const void* pair, double* values)
-    {
-        unpack(load<u16>(pair), values);
-        unpack(load<u16>(moved(pair, 2)), values + components);
+        return unpack_fields(fields, _mm256_set_m128(reciprocals(), reciprocals()));
     }
 #endif
     static __m128 scales() { return _mm_setr_ps(31, 63, 31, 0); }
@@ -167,6 +150,47 @@ template <> struct Fields<Pixel565> {
     }
 #endif
 };
+
+// Pixels as colours in memory.
+template <class Pixel> inline void unpack_pair(const void* pair, double* values)
+{
+#if defined(__AVX2__)
+    widen(Fields<Pixel>::unpacked_pair(pair), values);
+#else
+    using Word = typename Pixel::Word;
+    widen(Fields<Pixel>::unpacked(load<Word>(pair)), values);
+    widen(Fields<Pixel>::unpacked(load<Word>(moved(pair, sizeof(Word)))), values + components);
+#endif
+}
+// As many as a register holds.
+template <class Pixel> inline Colours colours_at(const typename Pixel::Word* pixels)
+{
+#if defined(__AVX512F__)
+    Colours pair = Colours::widened(Fields<Pixel>::unpacked_pair(pixels));
+    asm("" : "+v"(pair.v)); // g++ would widen once more what one turn of a loop leaves for the next
+    return pair;
+#else
+    return Colours::widened(Fields<Pixel>::unpacked(*pixels));
+#endif
+}
+
+// The fields of values: as many as are packed at once.
+template <class Pixel> inline Ints fields_of(const Value* values)
+{
+#if defined(__AVX512F__)
+    // Products are exact, and cut off where they are added to what has no digits behind the point.
+    const auto cut_off = [](const double* two) {
+        return _mm512_castpd_si512(_mm512_fmadd_round_pd(
+            _mm512_loadu_pd(two), _mm512_broadcast_f64x4(_mm256_cvtps_pd(Fields<Pixel>::scales())),
+            _mm512_set1_pd(0x1p52), _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC));
+    };
+    return _mm512_permutex2var_epi32(
+        cut_off(values), _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30),
+        cut_off(values + 2 * components));
+#else
+    return Fields<Pixel>::cut_off(load<Floats>(values));
+#endif
+}
 
 // Packs count pixels from the fields(i) of pixel i and, with wide vectors, of its neighbour.
 template <class Pixel> inline void pack_row(u32 count, void* out, auto fields)

@@ -1,5 +1,5 @@
 // Passes of the Gaussian and Catmull-Rom filters, for one instruction set, in double precision. A value is a colour of
-// singles, as the filters store it: rows of them are half as long as rows of doubles, and stay in nearer caches.
+// singles, as the filters store it.
 #pragma once
 
 #include "filter/column_walk.h"
@@ -12,12 +12,12 @@ namespace {
 #if defined(__SSE2__)
 
 // The sum of the taps by their weights, in their order.
-template <class Kernel, class Values> inline Values mixed(const Values (&weights)[Kernel::taps], auto tap)
+template <class Kernel, class Values> inline auto mixed(const Values (&weights)[Kernel::taps], auto tap)
 {
-    Values sum = weights[0] * Values::at(tap(0));
+    Values sum = weights[0] * tap(0);
     for (u32 j = 1; j < Kernel::taps; ++j)
-        sum = plus_product(sum, weights[j], Values::at(tap(j)));
-    return sum;
+        sum = plus_product(sum, weights[j], tap(j));
+    return sum.rounded();
 }
 
 // For one colour at a time, or several.
@@ -28,86 +28,116 @@ template <class Kernel, class Values> struct Weights {
         for (u32 j = 0; j < Kernel::taps; ++j)
             of_taps[j] = Values::all(column.weight(j));
     }
-    // The taps of a column lie side by side, and the next column's one pixel further.
-    auto mixed_across(const double* taps) const
-    {
-        const auto sum = mixed<Kernel>(of_taps, [&](u32 j) { return taps + j * components; }).rounded();
-        return __is_same(Kernel, CatRom) ? clamped(sum) : sum;
-    }
 };
 
-// Columns that take from two vectors in turn.
-inline void put_in_turn(auto a, auto b, float* values)
+// As the filters store sums.
+template <class Kernel> inline auto limited(auto sums)
 {
-    if constexpr (sizeof a == 32) {
-        put_in_turn(_mm256_castps256_ps128(a), _mm256_castps256_ps128(b), values);
-        put_in_turn(_mm256_extractf128_ps(a, 1), _mm256_extractf128_ps(b, 1), values + 2 * components);
-    } else {
-        _mm_storeu_ps(values, a);
-        _mm_storeu_ps(values + components, b);
+    return __is_same(Kernel, CatRom) ? clamped(sums) : sums;
+}
+template <class Kernel> inline void put_two(__m128 a, __m128 b, Value* values)
+{
+#if defined(__AVX2__)
+    put(limited<Kernel>(_mm256_set_m128(b, a)), values);
+#else
+    put(limited<Kernel>(a), values);
+    put(limited<Kernel>(b), values + components);
+#endif
+}
+
+// Twice as wide: columns stand on a pixel and half way to the next in turn, all those with the same weights. Pixels go from
+// register to register; those at the ends of the row are put together before.
+template <class Pixel> void double_across(const RowPixels<Pixel>& pixels, i64 place, u32 count, Value* out)
+{
+    using Word = typename Pixel::Word;
+    constexpr u32 edge_columns = 16, ahead = 6;
+    const Weights<CatRom, Colours> half_way(CatRom::column(0x8000, 0));
+    for (u32 begin = 0, end; begin < count; begin = end) {
+        Word edge[edge_columns / 2 + ahead];
+        const i64 first = place + begin / 2, rest = count - begin;
+        const i64 inside =
+            first < 0 ? 0 : 2 * (pixels.number() - first - ahead) / edge_columns * edge_columns;
+        const auto* from = static_cast<const Word*>(pixels.address(first));
+        end = begin + static_cast<u32>(inside >= edge_columns ? inside < rest ? inside : rest
+                                       : rest < edge_columns  ? rest
+                                                              : edge_columns);
+        if (inside < edge_columns) {
+            for (u32 i = 0; i < edge_columns / 2 + ahead; ++i)
+                edge[i] = static_cast<Word>(pixels.at(first + i));
+            from = edge;
+        }
+        const auto next = [&] {
+            const Colours read = colours_at<Pixel>(from);
+            from += colours_at_once;
+            return read;
+        };
+        SlidingTaps taps(next);
+        for (u32 i = begin; i < end; i += 2 * colours_at_once) {
+            const Colours read = next(), all[] = {taps.first, taps.second, taps.third, taps.fourth(read)};
+            const auto sums = mixed<CatRom>(half_way.of_taps, [&](u32 j) { return all[j]; });
+            put_in_turn(taps.second, limited<CatRom>(sums), out + i * components);
+            taps.slide(read);
+        }
     }
+}
+
+// Once for a block of columns.
+template <class Pixel>
+[[gnu::noinline]] void unpack(const RowPixels<Pixel>& pixels, i64 place, u32 number, double* values)
+{
+    pixels.for_each(
+        place, number,
+        [&](u32 i, u32 pixel) { widen(Fields<Pixel>::unpacked(pixel), values + i * components); },
+        [&](u32 i, const void* pair) { unpack_pair<Pixel>(pair, values + i * components); });
 }
 
 template <class Pixel, class X>
 void colours_across(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
 {
     alignas(64) double colours[block_room * components];
-    auto* const out = static_cast<float*>(values);
+    auto* const out = static_cast<Value*>(values);
     const auto* const column = static_cast<const typename X::Column*>(columns);
     const RowPixels<Pixel> pixels(row);
-    const auto unpack = [&](i64 place, u32 number) {
-        pixels.for_each(
-            place, number, [&](u32 i, u32 pixel) { Fields<Pixel>::unpack(pixel, colours + i * components); },
-            [&](u32 i, const void* pair) { Fields<Pixel>::unpack_pair(pair, colours + i * components); });
+    if (__is_same(X, CatRom) && p.xstep == 0x8000)
+        return double_across(pixels, i64{column[0].centre} - 1, p.count, out);
+    const auto unpack_at = [&](i64 place, u32 number, u32 index) {
+        unpack(pixels, place, number, colours + index * components);
     };
-    // Twice as wide: columns stand on a pixel and half way to the next in turn, all those with the same weights.
-    if (__is_same(X, CatRom) && p.xstep == 0x8000) {
-        const Weights<X, Colours> half_way(X::column(0x8000, 0));
-        constexpr u32 made = colours_at_once;
-        for (u32 begin = 0; begin < p.count; begin += block_columns) {
-            const u32 end = p.count - begin < block_columns ? p.count : begin + block_columns;
-            unpack(i64{column[begin].centre} - 1, (end - begin + 1) / 2 + 2 + made);
-            const double* taps = colours;
-            float* value = out + begin * components;
-            for (u32 i = begin; i < end;
-                 i += 2 * made, taps += made * components, value += size_t{2} * made * components)
-                put_in_turn(Colours::at(taps + components).rounded(), half_way.mixed_across(taps), value);
-        }
-        return;
-    }
-    for_columns<X>(column, 0, p.count, unpack, [&](u32 i, u32 index) {
-        const double* const taps = colours + index * components;
-        if (column[i].is_on_pixel())
-            _mm_storeu_ps(out + i * components, Colour::at(taps + components).rounded());
-        else
-            _mm_storeu_ps(out + i * components, Weights<X, Colour>(column[i]).mixed_across(taps));
+    for_columns<X>(column, 0, p.count, unpack_at, [&](u32 i, size_t index, size_t next_index) {
+        const auto sum = [](const auto& one, const double* taps) {
+            return mixed<X>(Weights<X, Colour>(one).of_taps,
+                            [&](u32 j) { return Colour::at(taps + j * components); });
+        };
+        put_two<X>(sum(column[i], colours + index * components),
+                   sum(column[i + 1], colours + next_index * components), out + i * components);
     });
 }
 
 template <class Pixel, class Y>
 void colours_down(const void* const* values, const vexlor_filter_params& p, void* out)
 {
-    const auto at = [&](u32 row, u32 i) { return static_cast<const float*>(values[row]) + i * components; };
+    const auto at = [&](u32 row, u32 i) { return static_cast<const Value*>(values[row]) + i * components; };
     const typename Y::Column row = Y::column(p.ypos, 0);
     if (row.is_on_pixel())
-        return pack_row<Pixel>(p.count, out,
-                               [&](u32 first) { return Fields<Pixel>::cut_off(load<Floats>(at(1, first))); });
+        return pack_row<Pixel>(p.count, out, [&](u32 first) { return fields_of<Pixel>(at(1, first)); });
     const Weights<Y, Colours> weights(row);
     pack_row<Pixel>(p.count, out, [&](u32 first) {
         const Floats sums = floats_at(first, [&](u32 i) {
-            return mixed<Y>(weights.of_taps, [&](u32 j) { return at(j, i); }).rounded();
+            return mixed<Y>(weights.of_taps, [&](u32 j) { return Colours::at(at(j, i)); });
         });
         return Fields<Pixel>::cut_off(__is_same(Y, CatRom) && !Fields<Pixel>::pack_clamps ? clamped(sums)
                                                                                           : sums);
     });
 }
 
+constexpr u32 colour_bytes = components * sizeof(Value);
 template <class Pixel, class Kernel> constexpr AcrossFn across = colours_across<Pixel, Kernel>;
 template <class Pixel, class Kernel> constexpr DownFn down = colours_down<Pixel, Kernel>;
 
 #else
 
 // Without vectors of doubles the filters do it alone.
+constexpr u32 colour_bytes = 0;
 template <class Pixel, class Kernel> constexpr AcrossFn across = nullptr;
 template <class Pixel, class Kernel> constexpr DownFn down = nullptr;
 

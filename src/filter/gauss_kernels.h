@@ -131,18 +131,19 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
     const RowPixels<Pixel8888> pixels(row);
     const auto* const column = static_cast<const Gauss::Column*>(columns);
     auto* const out = static_cast<float*>(values);
-    const auto unpack = [&](i64 place, u32 number) {
+    const auto unpack = [&](i64 place, u32 number, u32 index) {
+        float* const sums = unpacked + index * floats;
         pixels.for_each(
             place, number,
             [&](u32 i, u32 pixel) {
-                unpack_sums(_mm_cvtsi32_si128(static_cast<int>(pixel)), unpacked + i * floats);
+                unpack_sums(_mm_cvtsi32_si128(static_cast<int>(pixel)), sums + i * floats);
             },
             [&](u32 i, const void* pair) {
-                unpack_sums(_mm_loadl_epi64(static_cast<const __m128i*>(pair)), unpacked + i * floats);
+                unpack_sums(_mm_loadl_epi64(static_cast<const __m128i*>(pair)), sums + i * floats);
             });
     };
     const u32 done = p.xstep == 0x20000 ? gauss_across_halved(pixels, column[0].centre, p.count, out) : 0;
-    for_columns<Gauss>(column, done, p.count, unpack, [&](u32 i, u32 index) {
+    const auto mix = [&](u32 i, size_t index) {
         const auto tap = [&](u32 j) { return _mm256_loadu_ps(unpacked + (index + j) * floats); };
         const __m256 sums = _mm256_fmadd_ps(tap(1), _mm256_set1_ps(2), _mm256_add_ps(tap(0), tap(2)));
         const __m128 fields = _mm256_castps256_ps128(sums), rests = _mm256_extractf128_ps(sums, 1);
@@ -150,6 +151,10 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
         float* const sum = out + i / pixels_at_once * FieldSums::floats + i % pixels_at_once * components;
         _mm_storeu_ps(sum, fields);
         _mm_storeu_ps(sum + floats_at_once, _mm_fnmadd_ps(fields, scale, _mm_fmadd_ps(fields, scale, rests)));
+    };
+    for_columns<Gauss>(column, done, p.count, unpack, [&](u32 i, size_t index, size_t next_index) {
+        mix(i, index);
+        mix(i + 1, next_index);
     });
 }
 

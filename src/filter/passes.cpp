@@ -41,6 +41,9 @@ template <class X, class Y> void prepare_taps(const vexlor_filter_params& p, voi
     for (u32 i = 0; i < p.count; ++i, position += p.xstep)
         static_cast<typename X::Column*>(columns)[i] =
             X::column(static_cast<u32>(position), centre(position, p.*column_offset<X, Y>));
+    if (p.count % 2 != 0) // columns are mixed two by two
+        static_cast<typename X::Column*>(columns)[p.count] =
+            static_cast<typename X::Column*>(columns)[p.count - 1];
 }
 
 // Rows that pixels do not fill evenly are left to the filter.
@@ -79,18 +82,18 @@ Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr, BothFn b
             .both_once = both_once};
 }
 
-// A value is the four components of a colour, and what else the set makes of them.
-constexpr u32 colour_bytes = 4 * sizeof(float);
+// A value is the four components of a colour, or those that a colour is summed up from.
+constexpr u32 sums_bytes = 2 * 4 * sizeof(float);
 
 template <class Pixel, class X, class Y>
-Passes gauss_catrom(AcrossFn across, DownFn down, u32 value_bytes = colour_bytes)
+Passes gauss_catrom(AcrossFn across, DownFn down, u32 value_bytes, bool of_colours = true)
 {
     if (!across)
         return {};
     return {.taps = Y::taps,
             .value_bytes = value_bytes,
             .column_bytes = sizeof(typename X::Column),
-            .of_colours = value_bytes == colour_bytes,
+            .of_colours = of_colours,
             .prepare = prepare_taps<X, Y>,
             .find_rows = find_gauss_catrom_rows<Pixel, Y>,
             .across = across,
@@ -111,14 +114,14 @@ Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& set)
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(set.mean_across_565, set.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(set.linear_across_565, set.mean_down_565)},
         {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(set.linear_across_565, set.linear_down_565)},
-        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(set.gauss_across_for_gauss_8888, set.gauss_down_of_gauss_8888, 2 * colour_bytes)},
-        {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(set.gauss_across_8888, set.catrom_down_8888)},
-        {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(set.catrom_across_8888, set.gauss_down_8888)},
-        {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(set.catrom_across_8888, set.catrom_down_8888)},
-        {vexlor_filter_xgauss_ygauss_565,    gauss_catrom<Pixel565, Gauss, Gauss>(set.gauss_across_565, set.gauss_down_565)},
-        {vexlor_filter_xgauss_ycatrom_565,   gauss_catrom<Pixel565, Gauss, CatRom>(set.gauss_across_565, set.catrom_down_565)},
-        {vexlor_filter_xcatrom_ygauss_565,   gauss_catrom<Pixel565, CatRom, Gauss>(set.catrom_across_565, set.gauss_down_565)},
-        {vexlor_filter_xcatrom_ycatrom_565,  gauss_catrom<Pixel565, CatRom, CatRom>(set.catrom_across_565, set.catrom_down_565)},
+        {vexlor_filter_xgauss_ygauss_8888,   gauss_catrom<Pixel8888, Gauss, Gauss>(set.gauss_across_for_gauss_8888, set.gauss_down_of_gauss_8888, sums_bytes, false)},
+        {vexlor_filter_xgauss_ycatrom_8888,  gauss_catrom<Pixel8888, Gauss, CatRom>(set.gauss_across_8888, set.catrom_down_8888, set.colour_bytes)},
+        {vexlor_filter_xcatrom_ygauss_8888,  gauss_catrom<Pixel8888, CatRom, Gauss>(set.catrom_across_8888, set.gauss_down_8888, set.colour_bytes)},
+        {vexlor_filter_xcatrom_ycatrom_8888, gauss_catrom<Pixel8888, CatRom, CatRom>(set.catrom_across_8888, set.catrom_down_8888, set.colour_bytes)},
+        {vexlor_filter_xgauss_ygauss_565,    gauss_catrom<Pixel565, Gauss, Gauss>(set.gauss_across_565, set.gauss_down_565, set.colour_bytes)},
+        {vexlor_filter_xgauss_ycatrom_565,   gauss_catrom<Pixel565, Gauss, CatRom>(set.gauss_across_565, set.catrom_down_565, set.colour_bytes)},
+        {vexlor_filter_xcatrom_ygauss_565,   gauss_catrom<Pixel565, CatRom, Gauss>(set.catrom_across_565, set.gauss_down_565, set.colour_bytes)},
+        {vexlor_filter_xcatrom_ycatrom_565,  gauss_catrom<Pixel565, CatRom, CatRom>(set.catrom_across_565, set.catrom_down_565, set.colour_bytes)},
     };
     // clang-format on
     for (const FilterPasses& entry : all)

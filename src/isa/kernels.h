@@ -96,6 +96,7 @@ struct Kernels {
     BothFn halve_row_8888;
 
     // Null where the filters themselves serve.
+    u32 colour_bytes; // of a value of the passes below
     AcrossFn gauss_across_8888;
     AcrossFn gauss_across_for_gauss_8888;
     AcrossFn catrom_across_8888;

@@ -92,6 +92,7 @@ constexpr Kernels table = {
     .halve_8888 = halve_8888,
     .double_row_8888 = double_row_8888,
     .halve_row_8888 = halve_row_8888,
+    .colour_bytes = colour_bytes,
     .gauss_across_8888 = across<Pixel8888, Gauss>,
     .gauss_across_for_gauss_8888 = gauss_across_for_gauss_8888,
     .catrom_across_8888 = across<Pixel8888, CatRom>,
