@@ -94,12 +94,14 @@ private:
     {
         if (begin == end)
             return;
-        vexlor_filter_params part = params;
-        part.count = end - begin;
         const void* values[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)
             values[tap] = shifted && slots[tap] == shifted->slot ? at(shifted->by_slot, begin + shifted->by)
                                                                  : at(slots[tap], begin);
+        if (end - begin == params.count) // not copied: what was written a moment ago would have to arrive first
+            return passes.down(values, params, out);
+        vexlor_filter_params part = params;
+        part.count = end - begin;
         passes.down(values, part, static_cast<u8*>(out) + size_t{begin} * pixel);
     }
 
