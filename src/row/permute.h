@@ -1,7 +1,7 @@
 // Pixels picked from a row by index, a vector at a time.
 #pragma once
 
-#include "row/lanes.h"
+#include "row/vectors.h"
 
 namespace vexlor {
 namespace {
@@ -83,9 +83,8 @@ template <class Pixels> inline Pixels gather(const void* row, Pixels index)
 // The first so many, and zeros.
 template <class Pixels> inline Pixels gather_first(const void* row, Pixels index, u32 pixels)
 {
-    const auto first = static_cast<__mmask16>((1u << pixels) - 1);
-    return reinterpret_cast<Pixels>(
-        _mm512_mask_i32gather_epi32(__m512i{}, first, reinterpret_cast<__m512i>(index), row, 4));
+    return reinterpret_cast<Pixels>(_mm512_mask_i32gather_epi32(__m512i{}, first_of_16(pixels),
+                                                                reinterpret_cast<__m512i>(index), row, 4));
 }
 #endif
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "row/permute.h"
-#include "row/vectors.h"
 
 namespace vexlor {
 namespace {

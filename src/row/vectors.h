@@ -98,21 +98,22 @@ template <u32 Bytes> struct Part {
 
 #if defined(__AVX512BW__)
 
+inline __mmask32 first_of_32(u32 units) { return static_cast<__mmask32>((u64{1} << units) - 1); }
+inline __mmask16 first_of_16(u32 units) { return static_cast<__mmask16>((1u << units) - 1); }
+
 template <u32 Unit, class V> inline V load_first(const void* at, u32 units)
 {
-    const u64 mask = (u64{1} << units) - 1;
     if constexpr (Unit == 2)
-        return reinterpret_cast<V>(_mm512_maskz_loadu_epi16(static_cast<__mmask32>(mask), at));
+        return reinterpret_cast<V>(_mm512_maskz_loadu_epi16(first_of_32(units), at));
     else
-        return reinterpret_cast<V>(_mm512_maskz_loadu_epi32(static_cast<__mmask16>(mask), at));
+        return reinterpret_cast<V>(_mm512_maskz_loadu_epi32(first_of_16(units), at));
 }
 template <u32 Unit> inline void store_first(void* at, u32 units, auto v)
 {
-    const u64 mask = (u64{1} << units) - 1;
     if constexpr (Unit == 2)
-        _mm512_mask_storeu_epi16(at, static_cast<__mmask32>(mask), reinterpret_cast<__m512i>(v));
+        _mm512_mask_storeu_epi16(at, first_of_32(units), reinterpret_cast<__m512i>(v));
     else
-        _mm512_mask_storeu_epi32(at, static_cast<__mmask16>(mask), reinterpret_cast<__m512i>(v));
+        _mm512_mask_storeu_epi32(at, first_of_16(units), reinterpret_cast<__m512i>(v));
 }
 
 // The first units of a vector, whose number is known at run time alone.
