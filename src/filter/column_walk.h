@@ -20,16 +20,16 @@ public:
     bool has(i64 place) const { return place >= 0 && place <= last; }
     u32 at(i64 place) const { return load<Word>(address(place < 0 ? 0 : place > last ? last : place)); }
 
-    // Calls one(number, pixel) for each pixel from a place on, or pair(number, address) for two at once.
-    void for_each(i64 place, u32 number, auto one, auto pair) const
+    // Calls one(number, pixel) for each pixel from a place on, or several(number, address) for as many at once.
+    template <u32 AtOnce> void for_each(i64 place, u32 number, auto one, auto several) const
     {
         u32 i = 0;
         for (; i < number && place + i < 0; ++i)
             one(i, load<Word>(address(0)));
         const i64 inside = last + 1 - place;
         const u32 end = inside > number ? number : inside > i ? static_cast<u32>(inside) : i;
-        for (; end - i >= 2; i += 2)
-            pair(i, address(place + i));
+        for (; end - i >= AtOnce; i += AtOnce)
+            several(i, address(place + i));
         for (; i < end; ++i)
             one(i, load<Word>(address(place + i)));
         for (; i < number; ++i)

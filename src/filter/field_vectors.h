@@ -20,6 +20,12 @@ inline __m256 unpack_fields(__m256i fields, __m256 reciprocals)
     return _mm256_mul_ps(_mm256_cvtepi32_ps(fields), reciprocals);
 }
 #endif
+#if defined(__AVX512F__)
+inline __m512 unpack_fields(__m512i fields, __m128 reciprocals)
+{
+    return _mm512_mul_ps(_mm512_cvtepi32_ps(fields), _mm512_broadcast_f32x4(reciprocals));
+}
+#endif
 
 // What the filters do pixel by pixel, here for vectors: fields from and into memory.
 template <class Pixel> struct Fields;
@@ -41,11 +47,21 @@ template <> struct Fields<Pixel8888> {
                              _mm256_set1_ps(1.0F / 255));
     }
 #endif
+#if defined(__AVX512F__)
+    static __m512 unpacked_four(const void* four)
+    {
+        return unpack_fields(_mm512_cvtepu8_epi32(_mm_loadu_si128(static_cast<const __m128i*>(four))),
+                             reciprocals());
+    }
+#endif
 
     // A product of 255 and a single below n / 255 is rounded to a single below n, so that cutting it off needs no more
     // digits.
 #if defined(__AVX512F__)
-    static Ints cut_off(Floats c) { return _mm512_cvttps_epi32(_mm512_mul_ps(c, _mm512_set1_ps(255))); }
+    static Ints cut_off(Floats c, float scale = 255)
+    {
+        return _mm512_cvttps_epi32(_mm512_mul_ps(c, _mm512_set1_ps(scale)));
+    }
     static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
     {
         const Ints pixels = _mm512_packus_epi16(_mm512_packs_epi32(a, b), _mm512_packs_epi32(c, d));
@@ -53,7 +69,10 @@ template <> struct Fields<Pixel8888> {
                        _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15), pixels));
     }
 #elif defined(__AVX2__)
-    static Ints cut_off(Floats c) { return _mm256_cvttps_epi32(_mm256_mul_ps(c, _mm256_set1_ps(255))); }
+    static Ints cut_off(Floats c, float scale = 255)
+    {
+        return _mm256_cvttps_epi32(_mm256_mul_ps(c, _mm256_set1_ps(scale)));
+    }
     static void pack(Ints a, Ints b, Ints c, Ints d, void* out)
     {
         const Ints pixels = _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d));
@@ -90,6 +109,17 @@ template <> struct Fields<Pixel565> {
                                                   _mm256_setr_epi32(11, 5, 0, 0, 27, 21, 16, 0));
         const __m256i fields = _mm256_and_si256(shifted, _mm256_setr_epi32(31, 63, 31, 0, 31, 63, 31, 0));
         return unpack_fields(fields, _mm256_set_m128(reciprocals(), reciprocals()));
+    }
+#endif
+#if defined(__AVX512F__)
+    static __m512 unpacked_four(const void* four)
+    {
+        const __m512i words = _mm512_maskz_permutexvar_epi16(
+            0x5555'5555, _mm512_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3),
+            _mm512_castsi128_si512(_mm_loadl_epi64(static_cast<const __m128i*>(four))));
+        const __m512i shifted = _mm512_srlv_epi32(words, _mm512_broadcast_i32x4(_mm_setr_epi32(11, 5, 0, 0)));
+        const __m512i masks = _mm512_broadcast_i32x4(_mm_setr_epi32(31, 63, 31, 0));
+        return unpack_fields(_mm512_and_si512(shifted, masks), reciprocals());
     }
 #endif
     static __m128 scales() { return _mm_setr_ps(31, 63, 31, 0); }
@@ -150,29 +180,6 @@ template <> struct Fields<Pixel565> {
     }
 #endif
 };
-
-// Pixels as colours in memory.
-template <class Pixel> inline void unpack_pair(const void* pair, double* values)
-{
-#if defined(__AVX2__)
-    widen(Fields<Pixel>::unpacked_pair(pair), values);
-#else
-    using Word = typename Pixel::Word;
-    widen(Fields<Pixel>::unpacked(load<Word>(pair)), values);
-    widen(Fields<Pixel>::unpacked(load<Word>(moved(pair, sizeof(Word)))), values + components);
-#endif
-}
-// As many as a register holds.
-template <class Pixel> inline Colours colours_at(const typename Pixel::Word* pixels)
-{
-#if defined(__AVX512F__)
-    Colours pair = Colours::widened(Fields<Pixel>::unpacked_pair(pixels));
-    asm("" : "+v"(pair.v)); // g++ would widen once more what one turn of a loop leaves for the next
-    return pair;
-#else
-    return Colours::widened(Fields<Pixel>::unpacked(*pixels));
-#endif
-}
 
 // The fields of values: as many as are packed at once.
 template <class Pixel> inline Ints fields_of(const Value* values)

@@ -11,6 +11,40 @@ namespace {
 
 #if defined(__SSE2__)
 
+// Several pixels as colours in memory.
+#if defined(__AVX512F__)
+constexpr u32 unpacked_at_once = 4;
+template <class Pixel> inline void unpack_several(const void* pixels, double* values)
+{
+    const __m512 four = Fields<Pixel>::unpacked_four(pixels);
+    widen(_mm512_castps512_ps256(four), values);
+    widen(_mm512_extractf32x8_ps(four, 1), values + 2 * components);
+}
+#elif defined(__AVX2__)
+constexpr u32 unpacked_at_once = 2;
+template <class Pixel> inline void unpack_several(const void* pixels, double* values)
+{
+    widen(Fields<Pixel>::unpacked_pair(pixels), values);
+}
+#else
+constexpr u32 unpacked_at_once = 1;
+template <class Pixel> inline void unpack_several(const void* pixel, double* value)
+{
+    widen(Fields<Pixel>::unpacked(load<typename Pixel::Word>(pixel)), value);
+}
+#endif
+// As many as a register holds.
+template <class Pixel> inline Colours colours_at(const typename Pixel::Word* pixels)
+{
+#if defined(__AVX512F__)
+    Colours pair = Colours::widened(Fields<Pixel>::unpacked_pair(pixels));
+    asm("" : "+v"(pair.v)); // g++ would widen once more what one turn of a loop leaves for the next
+    return pair;
+#else
+    return Colours::widened(Fields<Pixel>::unpacked(load<typename Pixel::Word>(pixels)));
+#endif
+}
+
 // The sum of the taps by their weights, in their order.
 template <class Kernel, class Values> inline auto mixed(const Values (&weights)[Kernel::taps], auto tap)
 {
@@ -85,10 +119,10 @@ template <class Pixel> void double_across(const RowPixels<Pixel>& pixels, i64 pl
 template <class Pixel>
 [[gnu::noinline]] void unpack(const RowPixels<Pixel>& pixels, i64 place, u32 number, double* values)
 {
-    pixels.for_each(
+    pixels.template for_each<unpacked_at_once>(
         place, number,
         [&](u32 i, u32 pixel) { widen(Fields<Pixel>::unpacked(pixel), values + i * components); },
-        [&](u32 i, const void* pair) { unpack_pair<Pixel>(pair, values + i * components); });
+        [&](u32 i, const void* several) { unpack_several<Pixel>(several, values + i * components); });
 }
 
 template <class Pixel, class X>

@@ -24,6 +24,15 @@ inline Floats every(float value) { return Floats{} + value; }
 inline Floats plus_product(Floats sum, Floats a, Floats b) { return _mm512_fmadd_ps(a, b, sum); }
 inline Floats minus_product(Floats sum, Floats a, Floats b) { return _mm512_fnmadd_ps(a, b, sum); }
 inline Floats fields_of(__m128i pixels) { return _mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(pixels)); }
+// Of every second pixel of eight.
+inline Floats fields_of(__m256i pixels, int first)
+{
+    const __m512i bytes =
+        _mm512_add_epi32(_mm512_setr_epi32(0, 1, 2, 3, 8, 9, 10, 11, 16, 17, 18, 19, 24, 25, 26, 27),
+                         _mm512_set1_epi32(4 * first));
+    return _mm512_cvtepi32_ps(
+        _mm512_maskz_permutexvar_epi8(0x1111'1111'1111'1111, bytes, _mm512_castsi256_si512(pixels)));
+}
 // The pixels before those of a register, each: the last one of the register before, and all but this one's last.
 inline Floats one_back(Floats before, Floats here)
 {
@@ -42,9 +51,9 @@ inline Floats one_back(Floats before, Floats here) { return _mm256_permute2f128_
 struct FieldSums {
     Floats fields, rests;
 
-    static FieldSums unpacked(__m128i pixels)
+    static FieldSums unpacked(__m128i pixels) { return of(fields_of(pixels)); }
+    static FieldSums of(Floats fields)
     {
-        const Floats fields = fields_of(pixels);
         return {fields, plus_product(fields * every(1.0F / 255), fields, every(-per_field))};
     }
     static FieldSums of_taps(const FieldSums& a, const FieldSums& b, const FieldSums& c)
@@ -83,10 +92,8 @@ struct TwoSums {
 inline TwoSums unpacked_apart(const void* pixels)
 {
 #if defined(__AVX512F__)
-    const __m256i apart = _mm256_permutevar8x32_epi32(_mm256_loadu_si256(static_cast<const __m256i*>(pixels)),
-                                                      _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
-    return {FieldSums::unpacked(_mm256_castsi256_si128(apart)),
-            FieldSums::unpacked(_mm256_extracti128_si256(apart, 1))};
+    const __m256i all = _mm256_loadu_si256(static_cast<const __m256i*>(pixels));
+    return {FieldSums::of(fields_of(all, 0)), FieldSums::of(fields_of(all, 1))};
 #else
     const __m128i apart =
         _mm_shuffle_epi32(_mm_loadu_si128(static_cast<const __m128i*>(pixels)), 0b11'01'10'00);
@@ -133,7 +140,7 @@ inline void gauss_across_for_gauss_8888(TapRow row, const vexlor_filter_params& 
     auto* const out = static_cast<float*>(values);
     const auto unpack = [&](i64 place, u32 number, u32 index) {
         float* const sums = unpacked + index * floats;
-        pixels.for_each(
+        pixels.for_each<2>(
             place, number,
             [&](u32 i, u32 pixel) {
                 unpack_sums(_mm_cvtsi32_si128(static_cast<int>(pixel)), sums + i * floats);
@@ -165,7 +172,7 @@ inline void gauss_down_of_gauss_8888(const void* const* values, const vexlor_fil
     };
     pack_row<Pixel8888>(p.count, out, [&](u32 i) {
         const Floats sixteenfold = FieldSums::of_taps(at(0, i), at(1, i), at(2, i)).rounded();
-        return Fields<Pixel8888>::cut_off(sixteenfold * every(1.0F / 16));
+        return Fields<Pixel8888>::cut_off(sixteenfold, 255.0F / 16);
     });
 }
 

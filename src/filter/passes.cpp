@@ -83,7 +83,7 @@ Passes mean_linear(AcrossFn across, DownFn down, BothFn both = nullptr, BothFn b
 }
 
 // A value is the four components of a colour, or those that a colour is summed up from.
-constexpr u32 sums_bytes = 2 * 4 * sizeof(float);
+constexpr u32 sums_bytes = sizeof(float) * 4 * 2;
 
 template <class Pixel, class X, class Y>
 Passes gauss_catrom(AcrossFn across, DownFn down, u32 value_bytes, bool of_colours = true)
