@@ -57,6 +57,8 @@ struct Kernels {
     vexlor_convert_fn U8Y8V8Y8_2_X8R8G8B8_single;
 
     vexlor_scale_span_fn scale_opaque_nofilt_32;
+    void (*scale_opaque_nofilt_32_rows)(const void* src, void* dst, u32 stride, u32 rows, u32 count, i32 x,
+                                        i32 step);
     vexlor_scale_span_fn scale_opaque_nofilt_aone_8888;
     vexlor_scale_span_fn scale_opaque_nofilt_565;
     vexlor_scale_span_fn scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8;

@@ -58,6 +58,7 @@ constexpr Kernels table = {
     .Y8V8Y8U8_2_X8R8G8B8_single = decode_row_single<Y8V8Y8U8>,
     .U8Y8V8Y8_2_X8R8G8B8_single = decode_row_single<U8Y8V8Y8>,
     .scale_opaque_nofilt_32 = scale_opaque_nofilt_32,
+    .scale_opaque_nofilt_32_rows = scale_opaque_nofilt_32_rows,
     .scale_opaque_nofilt_aone_8888 = scale_opaque_nofilt_aone_8888,
     .scale_opaque_nofilt_565 = scale_opaque_nofilt_565,
     .scale_opaque_nofilt_Y8V8Y8U8_2_X8R8G8B8 = scale_opaque_nofilt_yuv<Y8V8Y8U8, X8R8G8B8>,

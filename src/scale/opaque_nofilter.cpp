@@ -1,5 +1,5 @@
 // Opaque scaling by the nearest sample. Every destination row is one span call, or a copy of the row above
-// when both come from the same source row.
+// when both come from the same source row, or drawn with it.
 #include "scale/plain_rows.h"
 
 #include <string.h>
@@ -76,13 +76,18 @@ bool repeats_freely(const Scale& s, const Walk& walk)
            are_apart(s.src.pixels, extent(s.src), s.dst.pixels, extent(s.dst));
 }
 
-// Whether spanning them like the first one is faster than copies, which read what still waits to be written. Spans of
-// narrower vectors or of short rows take longer.
-bool spans_fast(const Walk& walk)
+// All rows that come from one source row at once, where rows repeat freely: copies would read what still waits to be written.
+void draw_rows_at_once(const Scale& s, const Walk& walk, i32 ystep, u8* dst)
 {
-    constexpr u32 long_row = 2048; // bytes
-    return walk.span == vexlor_1d_scale_opaque_nofilt_32 && walk.drawn_bytes >= long_row &&
-           kernels_of(Set::avx512);
+    const auto span_rows = kernels().scale_opaque_nofilt_32_rows;
+    for (i32 i = 0, rows = 1; i < s.to.h; i += rows, dst = moved(dst, bytes_of(rows, s.dst.stride))) {
+        const i64 y = nearest_row(s, ystep, i);
+        rows = 1;
+        while (i + rows < s.to.h && nearest_row(s, ystep, i + rows) == y)
+            ++rows;
+        span_rows(moved(s.src.pixels, bytes_of(y, s.src.stride) + walk.from_offset), dst, s.dst.stride,
+                  static_cast<u32>(rows), walk.count, walk.step >> 1, walk.step);
+    }
 }
 
 u32 draw(const Scale& s, const Walk& walk)
@@ -95,13 +100,18 @@ u32 draw(const Scale& s, const Walk& walk)
     const bool one_by_one = samples_half_a_pair(s);
     const bool freely = repeats_freely(s, walk);
     const PlainRows rows(walk.drawn_bytes, freely && fills_caches(s));
-    const bool spans_all = freely && !rows.are_streamed() && spans_fast(walk);
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
+    // Narrower vectors write parts of lines, which takes longer in several rows at once.
+    if (freely && !rows.are_streamed() && !one_by_one && walk.span == kernels().scale_opaque_nofilt_32 &&
+        kernels_of(Set::avx512)) {
+        draw_rows_at_once(s, walk, ystep, dst);
+        return VEXLOR_OK;
+    }
     for (i32 i = 0; i < s.to.h; ++i, dst = moved(dst, s.dst.stride)) {
         const i64 y = nearest_row(s, ystep, i);
         const u8* const src = moved(s.src.pixels, bytes_of(y, s.src.stride));
-        if (src == previous && !spans_all) {
+        if (src == previous) {
             rows.repeat(dst, [&] { repeat_row(s, dst, walk.repeated_bytes); });
             continue;
         }
@@ -136,7 +146,7 @@ u32 scale_pairs(const Scale& s)
     if (!s.has_pixels())
         return VEXLOR_OK;
     const auto pairs = static_cast<u32>(s.to.w / 2);
-    return draw(s, {vexlor_1d_scale_opaque_nofilt_32, pairs, step_of(s.from.w / 2, s.to.w / 2),
+    return draw(s, {kernels().scale_opaque_nofilt_32, pairs, step_of(s.from.w / 2, s.to.w / 2),
                     bytes_of(s.from.x / 2, 4), bytes_of(s.to.x / 2, 4), pairs * 4, pairs * 4});
 }
 
@@ -172,8 +182,8 @@ u32 scale(const Scale& s)
         return VEXLOR_UNSUPPORTED_FORMAT;
     switch (s.ctx.alpha_dst_op) {
     case VEXLOR_ALPHA_DST_BLEND:
-    case VEXLOR_ALPHA_DST_REPLACE: return scale_pixels(s, 4, vexlor_1d_scale_opaque_nofilt_32);
-    case VEXLOR_ALPHA_DST_ONE: return scale_pixels(s, 4, vexlor_1d_scale_opaque_nofilt_aone_8888);
+    case VEXLOR_ALPHA_DST_REPLACE: return scale_pixels(s, 4, kernels().scale_opaque_nofilt_32);
+    case VEXLOR_ALPHA_DST_ONE: return scale_pixels(s, 4, kernels().scale_opaque_nofilt_aone_8888);
     default: return VEXLOR_UNSUPPORTED_ALPHA;
     }
 }

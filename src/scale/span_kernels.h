@@ -82,26 +82,66 @@ template <u32 Bytes> u32 put_vectors(const Stepped& source, u32 count, auto put)
     return i;
 }
 
-// Writes every unit of a source through a rule that takes a unit or a vector of them.
-inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
+// Makes every unit of a source by a rule that takes a unit or a vector of them, and calls put(i, write) with what writes
+// them to an address.
+inline void put_units(const Stepped& source, u32 count, auto rule, auto put)
 {
-    auto* const to = static_cast<u32*>(dst);
     u32 i = 0;
     if constexpr (vector_bytes != 0)
-        i = put_vectors<vector_bytes>(source, count,
-                                      [=](u32 at, auto units) { store(to + at, rule(units)); });
+        i = put_vectors<vector_bytes>(source, count, [=](u32 first, auto units) {
+            put(first, [made = rule(units)](void* to) { store(to, made); });
+        });
 #if defined(__AVX512BW__)
     const First<4> rest{count - i};
     if (rest.units != 0)
-        return rest.store(to + i, rule(rest.units_of(source, i)));
-#endif
+        put(i, [=, made = rule(rest.units_of(source, i))](void* to) { rest.store(to, made); });
+#else
     for (; i < count; ++i)
-        store(to + i, rule(source[i]));
+        put(i, [made = rule(source[i])](void* to) { store(to, made); });
+#endif
 }
+
+inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
+{
+    put_units(source, count, rule, [=](u32 i, auto write) { write(static_cast<u32*>(dst) + i); });
+}
+
+constexpr auto as_they_are = [](auto units) { return units; };
 
 inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
 {
-    write_units(Stepped(src, x, step, count), dst, count, [](auto p) { return p; });
+    write_units(Stepped(src, x, step, count), dst, count, as_they_are);
+}
+
+// Long rows of pictures that are enlarged so many times: the next span's, as many, are fetched ahead.
+template <u32 Rows> inline void put_in_rows(const Stepped& source, void* dst, u32 stride, u32 count)
+{
+    constexpr u32 long_row = 512;
+    const i64 covered = i64{source.step} * Rows;
+    const bool fetching =
+        Rows > 1 && covered <= 0x10000 && covered + source.step > 0x10000 && count >= long_row;
+    put_units(source, count, as_they_are, [=](u32 i, auto write) {
+        u8* const at = static_cast<u8*>(dst) + uintptr_t{i} * 4;
+        for (u32 row = 0; row < Rows; ++row) {
+            write(moved(at, bytes_of(row, stride)));
+            if (fetching)
+                __builtin_prefetch(moved(at, bytes_of(row + Rows, stride)), 1); // any address will do
+        }
+    });
+}
+
+// Into so many rows below each other.
+inline void scale_opaque_nofilt_32_rows(const void* src, void* dst, u32 stride, u32 rows, u32 count, i32 x,
+                                        i32 step)
+{
+    const Stepped source(src, x, step, count);
+    for (; rows > 3; rows -= 2, dst = moved(dst, bytes_of(2, stride)))
+        put_in_rows<2>(source, dst, stride, count);
+    switch (rows) {
+    case 1: return put_in_rows<1>(source, dst, stride, count);
+    case 2: return put_in_rows<2>(source, dst, stride, count);
+    case 3: return put_in_rows<3>(source, dst, stride, count);
+    }
 }
 
 inline void scale_opaque_nofilt_aone_8888(const void* src, void* dst, u32 format, u32 count, i32 x, i32 step)
