@@ -12,7 +12,8 @@ namespace {
 
 template <class Word> SourceRow<Word> source_row(TapRow row)
 {
-    return {reinterpret_cast<const u8*>(row.start), static_cast<i64>((row.end - row.start) / sizeof(Word))};
+    return {reinterpret_cast<const u8*>(row.start),
+            static_cast<ptrdiff_t>((row.end - row.start) / sizeof(Word))};
 }
 
 template <class Pixels> struct TapVectors {
@@ -31,7 +32,7 @@ constexpr Reach reach_of(i64 step)
                              : Reach::any;
 }
 
-template <class U32> inline U32 at_most(U32 a, i64 most)
+template <class U32> inline U32 at_most(U32 a, ptrdiff_t most)
 {
     const U32 b = U32{} + static_cast<u32>(most < INT32_MAX ? most : INT32_MAX);
     return a < b ? a : b;
@@ -45,10 +46,10 @@ public:
     PickedTaps(const SourceRow<u32>& source, const u32* left) : row(source), indices(left), windows(source) {}
     TapVectors<U32> operator()(u32 i) const
     {
-        const i64 base = row.inside(indices[i]);
+        const ptrdiff_t base = row.inside(indices[i]);
         const U32 index = load<U32>(indices + i) - static_cast<u32>(base);
         if constexpr (Most == Reach::any) {
-            const i64 room = row.last - base;
+            const ptrdiff_t room = row.last - base;
             return {gather<U32>(row.at(base), at_most(index, room)),
                     gather<U32>(row.at(base), at_most(index + 1, room))};
         }
@@ -84,14 +85,14 @@ public:
 private:
     U32 pairs(u32 i) const
     {
-        const i64 base = row.inside(indices[i]);
+        const ptrdiff_t base = row.inside(indices[i]);
         const U32 index = load<U32>(indices + i) - static_cast<u32>(base);
         if constexpr (Most == Reach::any) {
             U32 v;
             for (u32 k = 0; k < lane_count<U32>; ++k) {
-                const i64 left = indices[i + k];
-                v[k] = load<u16>(row.at(row.inside(left))) | u32{load<u16>(row.at(row.inside(left + 1)))}
-                                                                 << 16;
+                const ptrdiff_t left = row.inside(indices[i + k]);
+                const u32 right = load<u16>(row.at(row.inside(static_cast<size_t>(left) + 1)));
+                v[k] = load<u16>(row.at(left)) | right << 16;
             }
             return v;
         }
