@@ -3,6 +3,7 @@
 
 #include "filter/columns.h"
 #include "filter/taps.h"
+#include "row/cover.h"
 
 #include <string.h>
 
@@ -117,6 +118,11 @@ void mix_down(const void* const* values, const vexlor_filter_params& p, void* ou
     auto* const pixels = static_cast<Word*>(out);
     const u32 count = p.count, weight = fraction_weight(p.ypos);
     if (!Y::needs_lower_row && upper == lower) {
+        // 32-bit C libraries copy short rows in half as wide vectors.
+        if constexpr (vector_bytes != 0)
+            return cover<sizeof(Word)>(
+                count, [=](auto vector, u32 k) { return vector.load(upper + k); },
+                [=](auto vector, u32 k, auto units) { vector.store(pixels + k, units); }, pixels);
         memcpy(out, upper, size_t{count} * sizeof(Word));
         return;
     }
