@@ -1,4 +1,4 @@
-// 32-bit rows to twice their width by the linear filter, and both passes at once for a row that mixes with no other: that, or
+// Rows to twice their width by the linear filter, and both passes at once for a 32-bit row that mixes with no other: that, or
 // half the width by the box.
 #pragma once
 
@@ -47,6 +47,44 @@ inline void linear_across_8888(TapRow row, const vexlor_filter_params& p, const 
 {
     if (!double_across_8888(row, p, values))
         mix_across<Pixel8888, Linear>(row, p, columns, values);
+}
+
+// Returns the columns that it made: those before the row's end.
+inline u32 double_across_565([[maybe_unused]] TapRow source, [[maybe_unused]] const vexlor_filter_params& p,
+                             [[maybe_unused]] u16* values)
+{
+#if defined(__AVX2__)
+    using Lanes = PixelVector<Pixel565, vector_bytes>;
+    using Pixels = Lanes::Pixels;
+    const auto row = source_row<u16>(source);
+    const i64 inside =
+        p.count / 2 < row.last ? i64{p.count / 2} : i64{row.last}; // with the pixel behind them
+    if (p.xstep != 0x8000 || inside < Lanes::count)
+        return 0;
+    const auto number = static_cast<u32>(inside), last = number - Lanes::count;
+    const auto half_way = Lanes::every(fraction_weight(0x8000));
+    const auto put = [=](u32 i) {
+        const auto left = load<Pixels>(row.at(i)), right = load<Pixels>(row.at(i + 1));
+        const Twice<Pixels> pixels = zip_units(left, Lanes::lerp(left, right, half_way));
+        store(values + size_t{2} * i, pixels.low);
+        store(values + size_t{2} * i + Lanes::count, pixels.high);
+    };
+    for (u32 i = 0; i < last; i += Lanes::count)
+        put(i);
+    put(last);
+    return 2 * number;
+#else
+    return 0;
+#endif
+}
+
+inline void linear_across_565(TapRow row, const vexlor_filter_params& p, const void* columns, void* values)
+{
+    auto* const pixels = static_cast<u16*>(values);
+    if (const u32 made = double_across_565(row, p, pixels))
+        mix_columns<Pixel565, Linear>(row, p, made, pixels);
+    else
+        mix_across<Pixel565, Linear>(row, p, columns, values);
 }
 
 inline bool double_row_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)

@@ -1,4 +1,4 @@
-// Rows of 32-bit units that are put together from vectors of them.
+// Rows of 16- and 32-bit units that are put together from vectors of them.
 #pragma once
 
 #include "row/cover.h"
@@ -32,6 +32,23 @@ template <class Units> inline Twice<Units> zip_units(Units a, Units b)
 #else
     const auto x = reinterpret_cast<__m256i>(a), y = reinterpret_cast<__m256i>(b);
     const __m256i low = _mm256_unpacklo_epi32(x, y), high = _mm256_unpackhi_epi32(x, y);
+    return {reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x20)),
+            reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x31))};
+#endif
+}
+inline Twice<Vector<vector_bytes>::U16> zip_units(Vector<vector_bytes>::U16 a, Vector<vector_bytes>::U16 b)
+{
+    using Units = Vector<vector_bytes>::U16;
+#if defined(__AVX512BW__)
+    const __m512i low = _mm512_unpacklo_epi16(native(a), native(b)),
+                  high = _mm512_unpackhi_epi16(native(a), native(b));
+    const __m512i first = _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11),
+                  second = _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15);
+    return {reinterpret_cast<Units>(_mm512_permutex2var_epi64(low, first, high)),
+            reinterpret_cast<Units>(_mm512_permutex2var_epi64(low, second, high))};
+#else
+    const __m256i low = _mm256_unpacklo_epi16(native(a), native(b)),
+                  high = _mm256_unpackhi_epi16(native(a), native(b));
     return {reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x20)),
             reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x31))};
 #endif
