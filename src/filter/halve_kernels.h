@@ -1,4 +1,4 @@
-// Both passes of the 32-bit box filter at once, for a picture that is halved: no row of values would serve twice.
+// Both passes of the box filter at once, for a picture that is halved: no row of values would serve twice.
 #pragma once
 
 #include "filter/mean_linear.h"
@@ -10,9 +10,11 @@ namespace {
 #if defined(__AVX2__)
 
 inline __m256i multiply_high(__m256i a, __m256i b) { return _mm256_mulhi_epu16(a, b); }
+inline __m256i multiply_add_words(__m256i a, __m256i b) { return _mm256_madd_epi16(a, b); }
 inline __m256i add_words(__m256i a, __m256i b) { return _mm256_add_epi16(a, b); }
 #if defined(__AVX512BW__)
 inline __m512i multiply_high(__m512i a, __m512i b) { return _mm512_mulhi_epu16(a, b); }
+inline __m512i multiply_add_words(__m512i a, __m512i b) { return _mm512_madd_epi16(a, b); }
 inline __m512i add_words(__m512i a, __m512i b) { return _mm512_add_epi16(a, b); }
 #endif
 
@@ -33,28 +35,57 @@ inline HalvingBits mean_of_both(const u8* above, const u8* below)
     return lessened(add_words(mean_across(above), mean_across(below)));
 }
 // A vector of pixels from two windows of twice as many, one above the other.
-inline HalvingBits halved(const u8* above, const u8* below)
+inline HalvingBits halved_8888(const u8* above, const u8* below)
 {
     return from_pack_order(
         pack_unsigned(mean_of_both(above, below), mean_of_both(above + vector_bytes, below + vector_bytes)));
 }
 
-#endif
+// The fields of 565 pixels, in lanes of their own.
+template <class Lanes> struct Fields {
+    Lanes red, green, blue;
+};
 
-inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] const vexlor_filter_params& p,
-                       [[maybe_unused]] void* out)
+// Of the pixels of a vector, two by two.
+inline auto fields_across(const u8* at)
 {
-#if defined(__AVX2__)
-    constexpr u32 pixels = vector_bytes / 4; // of a vector
-    const auto upper = source_row<u32>(rows[0]), lower = source_row<u32>(rows[1]);
+    using U32 = Vector<vector_bytes>::U32;
+    const auto v = load<Vector<vector_bytes>::U16>(at);
+    const auto sum = [](auto fields, u32 times) {
+        return reinterpret_cast<U32>(multiply_add_words(native(fields), every_word(times)));
+    };
+    return Fields<U32>{sum(v >> 11, 15) >> 5, sum(v >> 5 & 63, 31) >> 6, sum(v & 31, 15) >> 5};
+}
+inline HalvingBits halved_565(const u8* above, const u8* below)
+{
+    using U16 = Vector<vector_bytes>::U16;
+    const auto fields_of_both = [=](u32 bytes) {
+        const auto a = fields_across(above + bytes), b = fields_across(below + bytes);
+        return Fields{a.red + b.red, a.green + b.green, a.blue + b.blue};
+    };
+    const auto low = fields_of_both(0), high = fields_of_both(vector_bytes);
+    const auto packed = [](auto a, auto b) {
+        return reinterpret_cast<U16>(pack_units(native(a), native(b)));
+    };
+    const U16 r = packed(low.red, high.red) * (15 << 6) & 0xF800;
+    const U16 g = packed(low.green, high.green) * 31 >> 1 & 0x07E0;
+    const U16 b = packed(low.blue, high.blue) * 15 >> 5;
+    return from_pack_order(native(r | g | b));
+}
+
+// Halves two rows into one through halved(window above, window below), which makes a vector of pixels from two of each.
+template <class Word> bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto halved)
+{
+    constexpr u32 pixels = vector_bytes / sizeof(Word); // of a vector
+    const auto upper = source_row<Word>(rows[0]), lower = source_row<Word>(rows[1]);
     const i64 first = Mean::first_tap(0, p);
     // All vectors but the last one, which makes pixels anew, find their taps inside the row: up to the third-last one.
     if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels ||
         first + i64{p.count} * 2 - 3 > upper.last)
         return false;
     const u32 last = p.count - pixels;
-    const Windows<u32, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
-    auto* const to = static_cast<u32*>(out);
+    const Windows<Word, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
+    auto* const to = static_cast<Word*>(out);
     const u8 *above = upper.at(first), *below = lower.at(first);
     constexpr size_t window = size_t{2} * vector_bytes, prefetched = 512; // bytes ahead, measured
     for (u32 i = 0; i < last; i += pixels, above += window, below += window) {
@@ -68,10 +99,23 @@ inline bool halve_8888([[maybe_unused]] const TapRow* rows, [[maybe_unused]] con
     const i64 end = first + i64{last} * 2;
     store(to + last, halved(upper_end(end), lower_end(end)));
     return true;
-#else
-    return false;
-#endif
 }
+
+inline bool halve_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)
+{
+    return halve<u32>(rows, p, out, halved_8888);
+}
+inline bool halve_565(const TapRow* rows, const vexlor_filter_params& p, void* out)
+{
+    return halve<u16>(rows, p, out, halved_565);
+}
+
+#else
+
+inline bool halve_8888(const TapRow*, const vexlor_filter_params&, void*) { return false; }
+inline bool halve_565(const TapRow*, const vexlor_filter_params&, void*) { return false; }
+
+#endif
 
 } // namespace
 } // namespace vexlor

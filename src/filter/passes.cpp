@@ -110,7 +110,7 @@ Passes vexlor::passes_of(vexlor_filter_fn filter, const Kernels& set)
         {vexlor_filter_xmean_ylinear_8888,   mean_linear<Pixel8888, Mean, Linear>(set.mean_across_8888, set.linear_down_8888)},
         {vexlor_filter_xlinear_ymean_8888,   mean_linear<Pixel8888, Linear, Mean>(set.linear_across_8888, set.mean_down_8888)},
         {vexlor_filter_xlinear_ylinear_8888, mean_linear<Pixel8888, Linear, Linear>(set.linear_across_for_linear_8888, set.linear_down_of_linear_8888, nullptr, set.double_row_8888, set.prepare_linear_8888)},
-        {vexlor_filter_xmean_ymean_565,      mean_linear<Pixel565, Mean, Mean>(set.mean_across_565, set.mean_down_565)},
+        {vexlor_filter_xmean_ymean_565,      mean_linear<Pixel565, Mean, Mean>(set.mean_across_565, set.mean_down_565, set.halve_565)},
         {vexlor_filter_xmean_ylinear_565,    mean_linear<Pixel565, Mean, Linear>(set.mean_across_565, set.linear_down_565)},
         {vexlor_filter_xlinear_ymean_565,    mean_linear<Pixel565, Linear, Mean>(set.linear_across_565, set.mean_down_565)},
         {vexlor_filter_xlinear_ylinear_565,  mean_linear<Pixel565, Linear, Linear>(set.linear_across_565, set.linear_down_565)},

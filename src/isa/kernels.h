@@ -94,6 +94,7 @@ struct Kernels {
     AcrossFn linear_across_for_linear_8888;
     DownFn linear_down_of_linear_8888;
     BothFn halve_8888;
+    BothFn halve_565;
     BothFn double_row_8888;
     BothFn halve_row_8888;
 

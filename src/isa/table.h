@@ -91,6 +91,7 @@ constexpr Kernels table = {
     .linear_across_for_linear_8888 = linear_across_for_linear_8888,
     .linear_down_of_linear_8888 = linear_down_of_linear_8888,
     .halve_8888 = halve_8888,
+    .halve_565 = halve_565,
     .double_row_8888 = double_row_8888,
     .halve_row_8888 = halve_row_8888,
     .colour_bytes = colour_bytes,

@@ -1,6 +1,7 @@
 // Rows of 16- and 32-bit units that are put together from vectors of them.
 #pragma once
 
+#include "row/byte_ops.h"
 #include "row/cover.h"
 #include "row/permute.h"
 
@@ -39,19 +40,8 @@ template <class Units> inline Twice<Units> zip_units(Units a, Units b)
 inline Twice<Vector<vector_bytes>::U16> zip_units(Vector<vector_bytes>::U16 a, Vector<vector_bytes>::U16 b)
 {
     using Units = Vector<vector_bytes>::U16;
-#if defined(__AVX512BW__)
-    const __m512i low = _mm512_unpacklo_epi16(native(a), native(b)),
-                  high = _mm512_unpackhi_epi16(native(a), native(b));
-    const __m512i first = _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11),
-                  second = _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15);
-    return {reinterpret_cast<Units>(_mm512_permutex2var_epi64(low, first, high)),
-            reinterpret_cast<Units>(_mm512_permutex2var_epi64(low, second, high))};
-#else
-    const __m256i low = _mm256_unpacklo_epi16(native(a), native(b)),
-                  high = _mm256_unpackhi_epi16(native(a), native(b));
-    return {reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x20)),
-            reinterpret_cast<Units>(_mm256_permute2x128_si256(low, high, 0x31))};
-#endif
+    const auto x = in_zip_order(native(a)), y = in_zip_order(native(b));
+    return {reinterpret_cast<Units>(zip_words_low(x, y)), reinterpret_cast<Units>(zip_words_high(x, y))};
 }
 
 #endif
