@@ -101,6 +101,9 @@ inline void put_in_turn(Colours pixel, __m128 sum, float* values)
 }
 #endif
 
+struct FourColours {
+    Colours taps[4];
+};
 // The taps of columns that lie side by side, of which each pixel that is read makes one more.
 #if defined(__AVX512F__)
 // Of two columns, from registers of two pixels.
@@ -108,11 +111,11 @@ struct SlidingTaps {
     Colours first, second, third;
     static Colours between(Colours a, Colours b) { return {_mm512_shuffle_f64x2(a.v, b.v, 0b01'00'11'10)}; }
     explicit SlidingTaps(auto next) : first(next()), third(next()) { second = between(first, third); }
-    Colours fourth(Colours next) const { return between(third, next); }
+    FourColours with(Colours next) const { return {{first, second, third, between(third, next)}}; }
     void slide(Colours next)
     {
         first = third;
-        second = fourth(next);
+        second = between(third, next);
         third = next;
     }
 };
@@ -120,7 +123,7 @@ struct SlidingTaps {
 struct SlidingTaps {
     Colours first, second, third;
     explicit SlidingTaps(auto next) : first(next()), second(next()), third(next()) {}
-    Colours fourth(Colours next) const { return next; }
+    FourColours with(Colours next) const { return {{first, second, third, next}}; }
     void slide(Colours next)
     {
         first = second;

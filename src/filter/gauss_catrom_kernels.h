@@ -37,11 +37,23 @@ template <class Pixel> inline void unpack_several(const void* pixel, double* val
 template <class Pixel> inline Colours colours_at(const typename Pixel::Word* pixels)
 {
 #if defined(__AVX512F__)
-    Colours pair = Colours::widened(Fields<Pixel>::unpacked_pair(pixels));
-    asm("" : "+v"(pair.v)); // g++ would widen once more what one turn of a loop leaves for the next
-    return pair;
+    Colours two = Colours::widened(Fields<Pixel>::unpacked_pair(pixels));
+    asm("" : "+v"(two.v)); // g++ would widen once more what one turn of a loop leaves for the next
+    return two;
 #else
     return Colours::widened(Fields<Pixel>::unpacked(load<typename Pixel::Word>(pixels)));
+#endif
+}
+// Calls take(colours) for two pixels, as many at once as a register holds.
+template <class Pixel> inline void take_two(const typename Pixel::Word* pixels, auto take)
+{
+#if defined(__AVX2__) && !defined(__AVX512F__)
+    const __m256 two = Fields<Pixel>::unpacked_pair(pixels);
+    take(Colours::widened(_mm256_castps256_ps128(two)));
+    take(Colours::widened(_mm256_extractf128_ps(two, 1)));
+#else
+    for (u32 i = 0; i < 2; i += colours_at_once)
+        take(colours_at<Pixel>(pixels + i));
 #endif
 }
 
@@ -100,18 +112,19 @@ template <class Pixel> void double_across(const RowPixels<Pixel>& pixels, i64 pl
                 edge[i] = static_cast<Word>(pixels.at(first + i));
             from = edge;
         }
-        const auto next = [&] {
-            const Colours read = colours_at<Pixel>(from);
+        SlidingTaps taps([&] {
             from += colours_at_once;
-            return read;
-        };
-        SlidingTaps taps(next);
-        for (u32 i = begin; i < end; i += 2 * colours_at_once) {
-            const Colours read = next(), all[] = {taps.first, taps.second, taps.third, taps.fourth(read)};
-            const auto sums = mixed<CatRom>(half_way.of_taps, [&](u32 j) { return all[j]; });
-            put_in_turn(taps.second, limited<CatRom>(sums), out + i * components);
-            taps.slide(read);
-        }
+            return colours_at<Pixel>(from - colours_at_once);
+        });
+        Value* values = out + begin * components;
+        for (u32 i = begin; i < end; i += 4, from += 2)
+            take_two<Pixel>(from, [&](Colours read) {
+                const FourColours all = taps.with(read);
+                const auto sums = mixed<CatRom>(half_way.of_taps, [&](u32 j) { return all.taps[j]; });
+                put_in_turn(taps.second, limited<CatRom>(sums), values);
+                taps.slide(read);
+                values += size_t{2} * colours_at_once * components;
+            });
     }
 }
 
