@@ -72,14 +72,13 @@ private:
         if (passes.both && passes.both(rows, params, out))
             return apart;
         Shifted shifted;
-        u32 slots[most_taps];
+        const void* values[most_taps];
         for (u32 tap = 0; tap < passes.taps; ++tap)
-            slots[tap] = slot_of(rows, tap, params, shifted);
-        down(slots, params, 0, shifted.begin, nullptr, out);
-        down(slots, params, shifted.begin, shifted.end, &shifted, out);
-        down(slots, params, shifted.end, params.count, nullptr, out);
-        if (shifted.slot != most_taps)
-            held[shifted.slot] = {};
+            values[tap] = values_of(rows, tap, params, shifted);
+        if (shifted.slot == most_taps)
+            passes.down(values, params, out);
+        else
+            down_shifted(values, params, shifted, out);
         return apart;
     }
 
@@ -88,37 +87,39 @@ private:
         u32 slot = most_taps, by_slot = 0, begin = 0, end = 0;
         i64 by = 0;
     };
-    // Columns from begin to end.
-    void down(const u32* slots, const vexlor_filter_params& params, u32 begin, u32 end,
-              const Shifted* shifted, void* out) const
+    [[gnu::noinline]] void down_shifted(const void* const* values, const vexlor_filter_params& params,
+                                        const Shifted& shifted, void* out)
     {
-        if (begin == end)
-            return;
-        const void* values[most_taps];
-        for (u32 tap = 0; tap < passes.taps; ++tap)
-            values[tap] = shifted && slots[tap] == shifted->slot ? at(shifted->by_slot, begin + shifted->by)
-                                                                 : at(slots[tap], begin);
-        if (end - begin == params.count) // not copied: what was written a moment ago would have to arrive first
-            return passes.down(values, params, out);
-        vexlor_filter_params part = params;
-        part.count = end - begin;
-        passes.down(values, part, static_cast<u8*>(out) + size_t{begin} * pixel);
+        const auto down = [&](u32 begin, u32 end, bool is_shifted) {
+            vexlor_filter_params part = params;
+            part.count = end - begin;
+            const void* taps[most_taps];
+            for (u32 tap = 0; tap < passes.taps; ++tap)
+                taps[tap] = is_shifted && values[tap] == at(shifted.slot, 0)
+                                ? at(shifted.by_slot, begin + shifted.by)
+                                : static_cast<const u8*>(values[tap]) + size_t{begin} * passes.value_bytes;
+            passes.down(taps, part, static_cast<u8*>(out) + size_t{begin} * pixel);
+        };
+        down(0, shifted.begin, false);
+        down(shifted.begin, shifted.end, true);
+        down(shifted.end, params.count, false);
+        held[shifted.slot] = {};
     }
 
     // There are as many rows of values as taps: one of those that no tap asks for gives way.
-    u32 slot_of(const TapRow* rows, u32 tap, const vexlor_filter_params& params, Shifted& shifted)
+    const void* values_of(const TapRow* rows, u32 tap, const vexlor_filter_params& params, Shifted& shifted)
     {
         u32 slot = 0;
         for (u32 i = 0; i < passes.taps; ++i) {
             if (held[i] == rows[tap])
-                return i;
+                return at(i, 0);
             if (!is_asked_for(held[i], rows))
                 slot = i;
         }
         held[slot] = rows[tap];
         if (pitch == 0 || !shift_neighbour(rows, tap, params, slot, shifted))
             passes.across(rows[tap], params, column_data(), at(slot, 0));
-        return slot;
+        return at(slot, 0);
     }
     // Columns of a row from begin to end; only those of colours may begin elsewhere than at 0.
     void across(TapRow row, const vexlor_filter_params& params, u32 begin, u32 end, u32 slot)
@@ -130,8 +131,8 @@ private:
     // To twice the width, the values of a row that begins one pixel before or behind another are its values, two columns
     // off, but where taps reach the rows' ends: only there they are made. Passes may write some columns more than they are
     // told to, in whole blocks.
-    bool shift_neighbour(const TapRow* rows, u32 tap, const vexlor_filter_params& params, u32 slot,
-                         Shifted& shifted)
+    [[gnu::noinline]] bool shift_neighbour(const TapRow* rows, u32 tap, const vexlor_filter_params& params,
+                                           u32 slot, Shifted& shifted)
     {
         constexpr u32 reach = 3, off = 2, block = 16;
         const TapRow row = rows[tap];
