@@ -54,8 +54,10 @@ struct Stepped {
             const Position from = place(i);
             const ptrdiff_t first = from.unit;
             const Units index = from.lanes<Units>(by);
-            if (by <= 0x10000 && first + count <= length)
-                return pick(load<Units>(at(first)), index);
+            if (by <= 0x10000 && Position(x).unit + count <= length) { // at the row's end the last window serves
+                const ptrdiff_t window = first + count <= length ? first : length - count;
+                return pick(load<Units>(at(window)), index + static_cast<u32>(first - window));
+            }
             if (by <= 0x20000 && first + 2 * count <= length)
                 return pick_of_two(load<Units>(at(first)), load<Units>(at(first + count)), index);
             if (by < 0x8000000) // no lane's position wraps

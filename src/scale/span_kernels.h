@@ -235,7 +235,30 @@ template <class Mix, class Alpha>
 void scale_blend_over_src_nofilt(const void* src, void* dst, u32 format, u32 count, i32 x, i32 step)
 {
     const u32 shift = vexlor_fmt_get_alpha_shift(format);
-    over<Mix>(Stepped(src, x, step, count), static_cast<u32*>(dst), count, PixelAlpha{shift}, Alpha{shift});
+    const PixelAlpha weight{shift};
+    const Alpha alpha{shift};
+    const Stepped source(src, x, step, count);
+    auto* const to = static_cast<u32*>(dst);
+#if defined(__AVX2__)
+    constexpr Whole<vector_bytes> vector;
+    constexpr u32 units = vector_bytes / 4, long_row = 8 * units;
+    if (shift % 8 == 0 && count >= long_row) { // shorter rows are covered faster
+        const Target target{to, count >= Stepped::far_from};
+        const auto make = [=](u32 i, auto s) {
+            return alpha(blend_vector<Mix, vector_bytes>(s, vector.load(to + i), weight), s);
+        };
+        // What is left of whole vectors is part of one that overlaps them: made first, from pixels as they were.
+        const u32 last = count - units;
+        Vector<vector_bytes>::U32 end{};
+        if (count % units != 0)
+            end = make(last, vector.units_of(source, last));
+        put_vectors<vector_bytes>(source, count, [=](u32 i, auto s) { target(vector, i, make(i, s)); });
+        if (count % units != 0)
+            target(vector, last, end);
+        return;
+    }
+#endif
+    over<Mix>(source, to, count, weight, alpha);
 }
 
 } // namespace
