@@ -59,7 +59,7 @@ template <u32 Bytes, class I> inline Twice<typename Vector<Bytes>::U32> pixels_o
         }();
         const I low = load<I>(places.of), high = low + native(U32{} + 0x20202020);
         const auto of_rb = bytes_of_units(0xFF00FF00), of_g = bytes_of_units(0xFF0000);
-        const auto half = [=](I place) {
+        const auto half = [&](I place) {
             return reinterpret_cast<U32>(_mm512_mask_permutexvar_epi8(
                 _mm512_maskz_permutexvar_epi8(of_rb, place, rb), of_g, place, xg));
         };

@@ -22,7 +22,7 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
     const auto step = static_cast<u32>(source.step);
     const u32 by = step * units;
     const Position at(source.x);
-    const ptrdiff_t last = source.length - ptrdiff_t{WindowCount * units};
+    const ptrdiff_t last = source.length - ptrdiff_t{WindowCount} * ptrdiff_t{units};
     if (count < units || last < at.unit)
         return 0;
     const u8* const end = source.at(last); // the last window
@@ -157,7 +157,7 @@ struct Vector565 {
 #if defined(__AVX512BW__)
     static constexpr u32 pixels = 32;
     using Order = Vector<64>::U16;
-    static ptrdiff_t window(u32 by) { return by <= 0x10000 ? pixels : 2 * pixels; }
+    static ptrdiff_t window(u32 by) { return ptrdiff_t{pixels} * (by <= 0x10000 ? 1 : 2); }
     static Order order(Position at, u32 by, u32 units_on)
     {
         return low_halves(at.lanes<Units>(by) + units_on, at.lanes<Units>(by, pixels / 2) + units_on);
@@ -169,7 +169,7 @@ struct Vector565 {
 #else
     static constexpr u32 pixels = 8;
     using Order = Units;
-    static ptrdiff_t window(u32) { return 2 * pixels; }
+    static ptrdiff_t window(u32) { return ptrdiff_t{pixels} * 2; }
     static Order order(Position at, u32 by, u32 units_on) { return at.lanes<Units>(by) + units_on; }
     static __m128i make(const u8* window, u32, Order order)
     {
