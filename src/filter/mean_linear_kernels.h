@@ -118,8 +118,8 @@ void mix_down(const void* const* values, const vexlor_filter_params& p, void* ou
     auto* const pixels = static_cast<Word*>(out);
     const u32 count = p.count, weight = fraction_weight(p.ypos);
     if (!Y::needs_lower_row && upper == lower) {
-        // 32-bit C libraries copy short rows in half as wide vectors.
-        if constexpr (vector_bytes != 0)
+        // 32-bit C libraries copy short rows in half as wide vectors; others know best.
+        if constexpr (sizeof(void*) == 4 && vector_bytes != 0)
             return cover<sizeof(Word)>(
                 count, [=](auto vector, u32 k) { return vector.load(upper + k); },
                 [=](auto vector, u32 k, auto units) { vector.store(pixels + k, units); }, pixels);

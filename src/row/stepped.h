@@ -54,7 +54,7 @@ struct Stepped {
             const Position from = place(i);
             const ptrdiff_t first = from.unit;
             const Units index = from.lanes<Units>(by);
-            if (by <= 0x10000 && Position(x).unit + count <= length) { // at the row's end the last window serves
+            if (by <= 0x10000 && place(0).unit + count <= length) { // at the row's end the last window serves
                 const ptrdiff_t window = first + count <= length ? first : length - count;
                 return pick(load<Units>(at(window)), index + static_cast<u32>(first - window));
             }

@@ -116,9 +116,9 @@ private:
             if (!is_asked_for(held[i], rows))
                 slot = i;
         }
-        held[slot] = rows[tap];
         if (pitch == 0 || !shift_neighbour(rows, tap, params, slot, shifted))
             passes.across(rows[tap], params, column_data(), at(slot, 0));
+        held[slot] = rows[tap]; // only now: read at once, it would wait for what was found in parts
         return at(slot, 0);
     }
     // Columns of a row from begin to end; only those of colours may begin elsewhere than at 0.

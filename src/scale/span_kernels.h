@@ -130,9 +130,9 @@ template <u32 Rows> inline void put_in_rows(const Stepped& source, void* dst, u3
     });
 }
 
-// Into so many rows below each other.
-inline void scale_opaque_nofilt_32_rows(const void* src, void* dst, u32 stride, u32 rows, u32 count, i32 x,
-                                        i32 step)
+// Into so many rows below each other. Flat: calls within would copy the source, and wait for what it was made of.
+[[gnu::flatten]] inline void scale_opaque_nofilt_32_rows(const void* src, void* dst, u32 stride, u32 rows,
+                                                         u32 count, i32 x, i32 step)
 {
     const Stepped source(src, x, step, count);
     for (; rows > 3; rows -= 2, dst = moved(dst, bytes_of(2, stride)))
