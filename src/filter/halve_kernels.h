@@ -59,9 +59,10 @@ inline auto fields_across(const u8* at)
 inline HalvingBits halved_565(const u8* above, const u8* below)
 {
     using U16 = Vector<vector_bytes>::U16;
+    using U32 = Vector<vector_bytes>::U32;
     const auto fields_of_both = [=](u32 bytes) {
         const auto a = fields_across(above + bytes), b = fields_across(below + bytes);
-        return Fields{a.red + b.red, a.green + b.green, a.blue + b.blue};
+        return Fields<U32>{a.red + b.red, a.green + b.green, a.blue + b.blue};
     };
     const auto low = fields_of_both(0), high = fields_of_both(vector_bytes);
     const auto packed = [](auto a, auto b) {

@@ -63,7 +63,7 @@ inline u32 double_across_565([[maybe_unused]] TapRow source, [[maybe_unused]] co
         return 0;
     const auto number = static_cast<u32>(inside), last = number - Lanes::count;
     const auto half_way = Lanes::every(fraction_weight(0x8000));
-    const auto put = [=](u32 i) {
+    const auto put = [half_way, row, values](u32 i) {
         const auto left = load<Pixels>(row.at(i)), right = load<Pixels>(row.at(i + 1));
         const Twice<Pixels> pixels = zip_units(left, Lanes::lerp(left, right, half_way));
         store(values + size_t{2} * i, pixels.low);
