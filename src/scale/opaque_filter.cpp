@@ -18,11 +18,12 @@ size_t row_bytes(const Scale& s)
 }
 
 // Going past the caches pays where writing takes most of the time: not for reduced pictures, nor for filters in double
-// precision.
+// precision. YUV destinations are for the converters, and a caller who puts none there gets rows of 32-bit pixels.
 PlainRows plain_rows(const Scale& s)
 {
     const bool mostly_written = i64{s.to.w} * s.to.h >= i64{s.from.w} * s.from.h;
-    return {row_bytes(s), fills_caches(s) && mostly_written && s.ctx.filter != VEXLOR_FILTER_CATROM};
+    return {row_bytes(s), fills_caches(s) && mostly_written && !is_yuv(s.dst.format) &&
+                              s.ctx.filter != VEXLOR_FILTER_CATROM};
 }
 
 void scale_565(const Scale& s)

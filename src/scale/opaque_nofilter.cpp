@@ -16,7 +16,7 @@ struct Walk {
     uintptr_t from_offset; // bytes from a source row's start to the rectangle
     uintptr_t to_offset;   // bytes from a destination row's start to the rectangle
     u32 drawn_bytes;       // of a destination row
-    u32 repeated_bytes;    // of one that is copied from the row above
+    u32 repeated_bytes;    // of one that is copied from the row above: more where other pixels come along
 };
 
 // The copy may run on behind the rectangle, into the following rows too, but not behind the surface's last
@@ -165,7 +165,7 @@ u32 scale_yuv_to_rgb(const Scale& s)
         return VEXLOR_OK;
     const auto width = static_cast<u32>(s.to.w);
     return draw(s, {of_pair(spans, s.src.format, s.dst.format), width, step_of(s.from.w, s.to.w),
-                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x, 4), width * 4, width * 4});
+                    bytes_of(s.from.x / 2, 4), bytes_of(s.to.x, 4), width / 2 * 8, width * 4});
 }
 
 u32 scale(const Scale& s)
