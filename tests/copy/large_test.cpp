@@ -119,3 +119,21 @@ TEST(LargePictures, AreScaledAsSmallOnes)
                     ASSERT_TRUE(large.shows(y, small.at(y % (8 * times)))) << from << ' ' << y;
             }
 }
+
+// A caller's passthrough leaves rows of 32-bit pixels in a YUV destination, twice as long as its own.
+TEST(LargePictures, TakeACallersRowsWhole)
+{
+    constexpr int32_t width = 4000, height = 2010, few = 24;
+    Random random(94);
+    const Context ctx = make_context();
+    vexlor_context_set_filter(ctx.get(), VEXLOR_FILTER_MEAN);
+    ctx->conversions[0] = vexlor_1d_passthrough;
+    Picture src(VEXLOR_FMT_Y8V8Y8U8, 1000, height, 0);
+    Picture small(VEXLOR_FMT_Y8V8Y8U8, width, few, 2 * width),
+        large(small.desc.format, width, height, 2 * width);
+    src.draw(random);
+    EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &small.desc, 0, 0, 1000, few, 0, 0, width, few), 0u);
+    EXPECT_EQ(vexlor_scale(ctx.get(), &src.desc, &large.desc, 0, 0, 1000, height, 0, 0, width, height), 0u);
+    for (int32_t y = 0; y < height - 1; ++y)
+        ASSERT_EQ(std::memcmp(large.at(y), small.at(y % 8), large.stride), 0) << y;
+}
