@@ -72,7 +72,7 @@ inline void linear_across_for_linear_8888(TapRow row, const vexlor_filter_params
         });
     // Vectors whose windows would reach beyond the end pick from the last one.
     if (i < count) {
-        const i64 begin = source.last + 1 > vector ? source.last + 1 - vector : 0;
+        const i64 begin = source.last + 1 > i64{vector} ? source.last + 1 - vector : 0;
         const auto pixels = static_cast<u32>(source.last + 1 - begin);
         const auto window = native(load_first<4, U32>(source.at(begin), pixels) ^ bias);
         const auto last_bytes = native(U32{} + ((pixels - 1) * 0x04040404 + 0x02020000));

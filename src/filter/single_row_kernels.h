@@ -57,8 +57,7 @@ inline u32 double_across_565([[maybe_unused]] TapRow source, [[maybe_unused]] co
     using Lanes = PixelVector<Pixel565, vector_bytes>;
     using Pixels = Lanes::Pixels;
     const auto row = source_row<u16>(source);
-    const i64 inside =
-        p.count / 2 < row.last ? i64{p.count / 2} : i64{row.last}; // with the pixel behind them
+    const i64 pairs = p.count / 2, inside = pairs < row.last ? pairs : row.last; // with the pixel behind them
     if (p.xstep != 0x8000 || inside < Lanes::count)
         return 0;
     const auto number = static_cast<u32>(inside), last = number - Lanes::count;
