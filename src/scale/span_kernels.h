@@ -248,12 +248,13 @@ void scale_blend_over_src_nofilt(const void* src, void* dst, u32 format, u32 cou
             return alpha(blend_vector<Mix, vector_bytes>(s, vector.load(to + i), weight), s);
         };
         // What is left of whole vectors is part of one that overlaps them: made first, from pixels as they were.
-        const u32 last = count - units;
+        const u32 last = count - units, rest = count % units;
         Vector<vector_bytes>::U32 end{};
-        if (count % units != 0)
+        if (rest != 0)
             end = make(last, vector.units_of(source, last));
-        put_vectors<vector_bytes>(source, count, [=](u32 i, auto s) { target(vector, i, make(i, s)); });
-        if (count % units != 0)
+        put_vectors<vector_bytes>(source, count - rest,
+                                  [=](u32 i, auto s) { target(vector, i, make(i, s)); });
+        if (rest != 0)
             target(vector, last, end);
         return;
     }
