@@ -2,6 +2,7 @@
 #pragma once
 
 #include "copy/convert.h"
+#include "isa/caches.h"
 #include "isa/kernels.h"
 #include "surface/formats.h"
 
@@ -71,7 +72,7 @@ struct Runs {
         bytes = static_cast<size_t>(touch ? dst_bytes : row_bytes);
         rows = touch ? 1 : c.rows;
     }
-    bool fill_caches() const { return u64{bytes} * static_cast<u32>(rows) >= larger_than_caches; }
+    u64 written() const { return u64{bytes} * static_cast<u32>(rows); }
 };
 
 inline void walk_down(const Copy& c, i32 rows, const u8* src, u8* dst, auto row)
@@ -89,7 +90,7 @@ inline bool copy_whole_rows(const Copy& c, const u8* src, u8* dst, u32 row_bytes
     if (!own || row_bytes % 4 != 0)
         return false;
     const Runs runs(c, src, dst, row_bytes);
-    if (runs.fill_caches()) {
+    if (fills_caches(runs.written())) {
         const Kernels& set = kernels();
         walk_down(c, runs.rows, src, dst, [&](u8* d, const u8* s) { set.stream_row(d, s, runs.bytes); });
         set.end_streaming();
@@ -110,7 +111,7 @@ inline void copy_opaque(const Copy& c, const u8* src, u8* dst, u32 width)
     const u32 shift = vexlor_fmt_get_alpha_shift(c.dst.format);
     if (row == vexlor_1d_copy_opaque_aone_8888) {
         const Runs runs(c, src, dst, width * 4);
-        if (runs.fill_caches()) {
+        if (fills_caches(runs.written())) {
             const Kernels& set = kernels();
             walk_down(c, runs.rows, src, dst,
                       [&](u8* d, const u8* s) { set.stream_opaque_row(d, s, runs.bytes, shift); });

@@ -75,46 +75,69 @@ inline HalvingBits halved_565(const u8* above, const u8* below)
 }
 
 // Halves two rows into one through halved(window above, window below), which makes a vector of pixels from two of each.
-template <class Word> bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto halved)
+template <class Pixel, bool Fetching = true>
+bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto halved)
 {
-    constexpr u32 pixels = vector_bytes / sizeof(Word); // of a vector
+    using Word = typename Pixel::Word;
+    constexpr ptrdiff_t pixels = vector_bytes / sizeof(Word); // of a vector
     const auto upper = source_row<Word>(rows[0]), lower = source_row<Word>(rows[1]);
     const i64 first = Mean::first_tap(0, p);
-    // All vectors but the last one, which makes pixels anew, find their taps inside the row: up to the third-last one.
-    if (p.xstep != 0x20000 || p.yhalf < 0x10000 || p.count < pixels ||
-        first + i64{p.count} * 2 - 3 > upper.last)
+    // All pixels but the last one find both taps inside the row, and that one finds the row's last pixel twice.
+    const i64 inside = (i64{upper.last} + 1 - first) / 2;
+    if (p.xstep != 0x20000 || inside < pixels || p.count < pixels || inside + 1 < p.count)
         return false;
-    const u32 last = p.count - pixels;
-    const Windows<Word, 2 * pixels> upper_end(upper), lower_end(lower); // made long before they are read
-    auto* const to = static_cast<Word*>(out);
+    const bool all_inside = inside >= p.count;
+    auto* to = static_cast<Word*>(out);
+    Word* const end = to + (all_inside ? p.count : p.count - 1);
+    const auto of_last = [](const auto& row) {
+        const u32 pixel = load<Word>(row.at(row.last));
+        return Pixel::mean(pixel, pixel);
+    };
+    if (!all_inside)
+        store(end, static_cast<Word>(Pixel::mean(of_last(upper), of_last(lower))));
     const u8 *above = upper.at(first), *below = lower.at(first);
     constexpr size_t window = size_t{2} * vector_bytes, prefetched = 512; // bytes ahead, measured
-    for (u32 i = 0; i < last; i += pixels, above += window, below += window) {
+    for (; end - to > pixels; to += pixels, above += window, below += window) {
         // Pairs of pixels lie across two lines of the cache each: read from farther away, they are late.
-        for (u32 line = 0; line < window; line += 64) {
+        for (u32 line = 0; Fetching && line < window; line += 64) {
             __builtin_prefetch(above + prefetched + line);
             __builtin_prefetch(below + prefetched + line);
         }
-        store(to + i, halved(above, below));
+        store(to, halved(above, below));
     }
-    const i64 end = first + i64{last} * 2;
-    store(to + last, halved(upper_end(end), lower_end(end)));
+    // The last vector ends at the row's end, and may make pixels anew.
+    const uintptr_t again = bytes_of(pixels - (end - to), 2 * sizeof(Word));
+    store(end - pixels, halved(moved(above, -again), moved(below, -again)));
     return true;
 }
 
+// Where the next row needs other rows.
 inline bool halve_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)
 {
-    return halve<u32>(rows, p, out, halved_8888);
+    return p.yhalf >= 0x10000 && halve<Pixel8888>(rows, p, out, halved_8888);
 }
 inline bool halve_565(const TapRow* rows, const vexlor_filter_params& p, void* out)
 {
-    return halve<u16>(rows, p, out, halved_565);
+    return p.yhalf >= 0x10000 && halve<Pixel565>(rows, p, out, halved_565);
+}
+
+// 127/256 of the sum of a pixel's mean with itself are 254/256 of the mean.
+inline HalvingBits mean_of_one(const u8* at) { return multiply_high(mean_across(at), every_word(254 << 8)); }
+
+// A row that mixes with no other, which was made a moment ago.
+inline bool halve_row_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)
+{
+    const auto halved = [](const u8* at, const u8*) {
+        return from_pack_order(pack_unsigned(mean_of_one(at), mean_of_one(at + vector_bytes)));
+    };
+    return rows[0] == rows[1] && halve<Pixel8888, false>(rows, p, out, halved);
 }
 
 #else
 
 inline bool halve_8888(const TapRow*, const vexlor_filter_params&, void*) { return false; }
 inline bool halve_565(const TapRow*, const vexlor_filter_params&, void*) { return false; }
+inline bool halve_row_8888(const TapRow*, const vexlor_filter_params&, void*) { return false; }
 
 #endif
 

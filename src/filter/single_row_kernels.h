@@ -4,6 +4,7 @@
 
 #include "filter/halve_kernels.h"
 #include "filter/mean_linear_kernels.h"
+#include "row/stepped.h"
 #include "row/zip.h"
 
 namespace vexlor {
@@ -24,10 +25,11 @@ inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] 
     if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count)
         return false;
     const auto half_way = byte_weights<Pixels>(fraction_weight(0x8000));
+    const Target target{out, p.count >= Stepped::far_from};
     const auto put = [=](u32 i, Pixels left, Pixels right) {
         const Twice<Pixels> pixels = zip_units(left, mix_biased_bytes(right, left, half_way));
-        store(static_cast<u32*>(out) + size_t{2} * i, pixels.low ^ (bias ^ Bias));
-        store(static_cast<u32*>(out) + size_t{2} * i + Lanes::count, pixels.high ^ (bias ^ Bias));
+        const Twice<Pixels> unbiased{pixels.low ^ (bias ^ Bias), pixels.high ^ (bias ^ Bias)};
+        target.twice(Whole<vector_bytes>{}, static_cast<i32>(i), unbiased);
     };
     for (u32 i = 0; i < begin; i += Lanes::count) {
         const auto left = load<Pixels>(row + i) ^ bias;
@@ -89,37 +91,6 @@ inline void linear_across_565(TapRow row, const vexlor_filter_params& p, const v
 inline bool double_row_8888(const TapRow* rows, const vexlor_filter_params& p, void* out)
 {
     return rows[0] == rows[1] && double_across_8888(rows[0], p, out);
-}
-
-#if defined(__AVX2__)
-// 127/256 of the sum of a pixel's mean with itself are 254/256 of the mean.
-inline HalvingBits mean_of_one(const u8* at) { return multiply_high(mean_across(at), every_word(254 << 8)); }
-#endif
-
-inline bool halve_row_8888([[maybe_unused]] const TapRow* rows,
-                           [[maybe_unused]] const vexlor_filter_params& p, [[maybe_unused]] void* out)
-{
-#if defined(__AVX2__)
-    constexpr u32 pixels = vector_bytes / 4;
-    const auto row = source_row<u32>(rows[0]);
-    const i64 first = Mean::first_tap(0, p);
-    // All vectors but the last one, which makes pixels anew, find their taps inside the row.
-    if (p.xstep != 0x20000 || p.count < pixels || first + i64{p.count} * 2 - 3 > row.last ||
-        !(rows[0] == rows[1]))
-        return false;
-    const Windows<u32, 2 * pixels> end(row);
-    const auto halved = [](const u8* at) {
-        return from_pack_order(pack_unsigned(mean_of_one(at), mean_of_one(at + vector_bytes)));
-    };
-    const u32 last = p.count - pixels;
-    auto* const to = static_cast<u32*>(out);
-    for (u32 i = 0; i < last; i += pixels)
-        store(to + i, halved(row.at(first + i64{i} * 2)));
-    store(to + last, halved(end(first + i64{last} * 2)));
-    return true;
-#else
-    return false;
-#endif
 }
 
 } // namespace

@@ -7,9 +7,6 @@
 
 namespace vexlor {
 
-// Bytes written by a call from which on they pay by going past the caches.
-constexpr u64 larger_than_caches = 8'000'000;
-
 struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
     // Rows past the caches, which overlap nowhere. The end follows the last one, before anyone else looks.

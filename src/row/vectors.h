@@ -149,14 +149,26 @@ private:
 
 // Where a row's vectors of 32-bit pixels go. Lines of the cache that follow are fetched ahead when told so.
 struct Target {
-    u32* row;
+    static constexpr uintptr_t ahead = 1024; // bytes; any address will do
+    void* row;
     bool fetching;
 
     void operator()(auto vector, u32 i, auto pixels) const
     {
+        void* const at = moved(row, uintptr_t{i} * 4);
         if (fetching)
-            __builtin_prefetch(moved(row + i, 1024), 1); // any address will do
-        vector.store(row + i, pixels);
+            __builtin_prefetch(moved(at, ahead), 1);
+        vector.store(at, pixels);
+    }
+    // The pixels of pairs.
+    void twice(auto vector, i32 i, auto pixels) const
+    {
+        void* const at = moved(row, bytes_of(i, 8));
+        if (fetching) {
+            __builtin_prefetch(moved(at, ahead), 1);
+            __builtin_prefetch(moved(at, ahead + vector.bytes), 1);
+        }
+        vector.store_twice(at, pixels);
     }
 };
 constexpr u32 far_from = 1 << 18; // so many pixels do not stay in the second cache: it pays to fetch ahead

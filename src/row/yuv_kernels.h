@@ -1,6 +1,7 @@
 // Rows of YUV 4:2:2 pairs to and from 32-bit RGB pixels, and blended over them, for one instruction set.
 #pragma once
 
+#include "isa/caches.h"
 #include "isa/kernels.h"
 #include "row/over.h"
 #include "row/yuv_lanes.h"
@@ -31,12 +32,13 @@ template <class Units> using PairsOf = PairVector<Units::bytes>;
 
 template <class Yuv, class Rgb> void decode_row(const void* src, void* dst, i32 count)
 {
+    const Target target{dst, count >= static_cast<i32>(far_from)};
     for_pairs(
         count,
         [=](auto vector, i32 i) {
             return PairsOf<decltype(vector)>::template decode<Yuv, Rgb>(vector.load(pair_at(src, i)));
         },
-        [=](auto vector, i32 i, auto pixels) { vector.store_twice(left_pixel_at(dst, i), pixels); },
+        [=](auto vector, i32 i, auto pixels) { target.twice(vector, i, pixels); },
         [=](i32 i) { store_pixels(dst, i, decode<Yuv, Rgb>(load<u32>(pair_at(src, i)))); });
 }
 
@@ -44,9 +46,9 @@ template <class Yuv, class Rgb> void decode_row(const void* src, void* dst, i32 
 template <class Yuv, class Rgb> void decode_rows(const void* src, void* dst, i32 count)
 {
 #if defined(__SSE2__)
-    constexpr i32 made = vector_bytes / 4, line = 64, many = larger_than_caches / 4;
+    constexpr i32 made = vector_bytes / 4, line = 64;
     const auto to_line = static_cast<i32>(-reinterpret_cast<uintptr_t>(dst) % line);
-    if (count >= many && to_line % 8 == 0) {
+    if (to_line % 8 == 0 && count > 0 && fills_caches(bytes_of(count, 4))) {
         i32 i = to_line / 8;
         decode_row<Yuv, Rgb>(src, dst, 2 * i);
         for (; whole_pairs(count) - i >= made; i += made) {

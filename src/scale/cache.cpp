@@ -14,7 +14,7 @@ using namespace vexlor;
 
 namespace {
 
-constexpr size_t alignment = 16;
+constexpr size_t alignment = 64; // a line of the cache
 
 struct alignas(alignment) BlockHeader {
     size_t room; // bytes from the buffer's start to the block's end

@@ -22,7 +22,7 @@ size_t row_bytes(const Scale& s)
 PlainRows plain_rows(const Scale& s)
 {
     const bool mostly_written = i64{s.to.w} * s.to.h >= i64{s.from.w} * s.from.h;
-    return {row_bytes(s), fills_caches(s) && mostly_written && !is_yuv(s.dst.format) &&
+    return {row_bytes(s), drawing_fills_caches(s) && mostly_written && !is_yuv(s.dst.format) &&
                               s.ctx.filter != VEXLOR_FILTER_CATROM};
 }
 

@@ -99,7 +99,7 @@ u32 draw(const Scale& s, const Walk& walk)
     // see those before them.
     const bool one_by_one = samples_half_a_pair(s);
     const bool freely = repeats_freely(s, walk);
-    const PlainRows rows(walk.drawn_bytes, freely && fills_caches(s));
+    const PlainRows rows(walk.drawn_bytes, freely && drawing_fills_caches(s));
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
     // Narrower vectors write parts of lines, which takes longer in several rows at once.

@@ -1,6 +1,7 @@
 // Destination rows of a scale call that nothing is blended with.
 #pragma once
 
+#include "isa/caches.h"
 #include "isa/kernels.h"
 #include "scale/buffer.h"
 #include "scale/scale.h"
@@ -8,11 +9,9 @@
 namespace vexlor {
 namespace {
 
-// Whether what a call draws fills the caches: what it would have to give way for is worth more then, and lines that are
-// written whole need not be fetched. As rows are made elsewhere first, that pays for larger pictures than of copies.
-inline bool fills_caches(const Scale& s)
+inline bool drawing_fills_caches(const Scale& s)
 {
-    return static_cast<u64>(i64{s.to.w} * s.to.h) * bytes_per_pixel(s.dst.format) >= 2 * larger_than_caches;
+    return fills_caches(static_cast<u64>(i64{s.to.w} * s.to.h) * bytes_per_pixel(s.dst.format));
 }
 
 // Rows go to their place past the caches when told so, and when there is memory to make them in; else they are made there.

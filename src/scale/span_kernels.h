@@ -113,19 +113,23 @@ inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i
     write_units(Stepped(src, x, step, count), dst, count, as_they_are);
 }
 
-// Long rows of pictures that are enlarged so many times: the next span's, as many, are fetched ahead.
+// Of long rows, lines of the cache are fetched ahead: the next span's in a picture that is enlarged so many times, those that
+// follow in one that is reduced.
 template <u32 Rows> inline void put_in_rows(const Stepped& source, void* dst, u32 stride, u32 count)
 {
-    constexpr u32 long_row = 512;
+    constexpr u32 long_row = 128;
     const i64 covered = i64{source.step} * Rows;
-    const bool fetching =
-        Rows > 1 && covered <= 0x10000 && covered + source.step > 0x10000 && count >= long_row;
+    const bool enlarging = Rows > 1 && covered <= 0x10000 && covered + source.step > 0x10000;
+    const bool reducing = Rows == 1 && source.step > 0x10000;
+    const bool fetching = count >= long_row && (enlarging || reducing);
+    const uintptr_t ahead = reducing ? 1024 : bytes_of(Rows, stride);
     put_units(source, count, as_they_are, [=](u32 i, auto write) {
         u8* const at = static_cast<u8*>(dst) + uintptr_t{i} * 4;
         for (u32 row = 0; row < Rows; ++row) {
-            write(moved(at, bytes_of(row, stride)));
+            u8* const to = moved(at, bytes_of(row, stride));
+            write(to);
             if (fetching)
-                __builtin_prefetch(moved(at, bytes_of(row + Rows, stride)), 1); // any address will do
+                __builtin_prefetch(moved(to, ahead), 1); // any address will do
         }
     });
 }

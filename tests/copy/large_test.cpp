@@ -1,4 +1,4 @@
-// Pictures that fill the caches, from 16 MB on at the latest, take ways of their own; long runs of one colour do, too.
+// Pictures that fill the caches, from 8 MB on here, take ways of their own; long runs of one colour do, too.
 #include "support/random.h"
 #include "support/recorder.h"
 #include <gtest/gtest.h>

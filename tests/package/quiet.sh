@@ -14,9 +14,10 @@ report() # <what> <file with what should not be>
     fi
 }
 
-# It takes memory from the C library and has it copied and set, nothing else, and calls no system by itself.
+# It takes memory from the C library, has it copied and set and asks how large the caches are, nothing else, and calls no
+# system by itself.
 nm -D --undefined-only "$so" | awk '{ sub(/@.*/, "", $NF); print $NF }' |
-    grep -vxE '_ITM_.*|__gmon_start__|__cxa_finalize|__stack_chk_fail|malloc|calloc|free|memalign|(__)?mem(cpy|move|set)(_chk)?' \
+    grep -vxE '_ITM_.*|__gmon_start__|__cxa_finalize|__stack_chk_fail|malloc|calloc|free|memalign|(__)?mem(cpy|move|set)(_chk)?|sysconf' \
         >"$work/imports" || true
 report 'taken from other libraries' "$work/imports"
 objdump -d --no-show-raw-insn "$so" >"$work/code"
