@@ -9,6 +9,7 @@ namespace vexlor {
 
 struct Kernels {
     void (*set_words)(void* dst, u32 value, size_t words);
+    void (*copy_words)(void* dst, const void* src, size_t words); // which overlap nowhere
     // Rows past the caches, which overlap nowhere. The end follows the last one, before anyone else looks.
     void (*stream_row)(void* dst, const void* src, size_t bytes);
     void (*stream_opaque_row)(void* dst, const void* src, size_t bytes, u32 shift);

@@ -20,6 +20,7 @@ namespace {
 
 constexpr Kernels table = {
     .set_words = set_words,
+    .copy_words = copy_words,
     .stream_row = stream_row,
     .stream_opaque_row = stream_opaque_row,
     .end_streaming = end_streaming,

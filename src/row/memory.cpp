@@ -1,5 +1,5 @@
 // Memory routines for rows of 16- and 32-bit pixels, in words and 16-bit units.
-#include "isa/kernels.h"
+#include "row/copy_row.h"
 
 #include <string.h>
 
@@ -26,13 +26,13 @@ void vexlor_memcpy_x86(void* dst, const void* src, uint32_t bytes)
     const uintptr_t copied = uintptr_t{words} * 4 + uintptr_t{units} * 2;
     const uintptr_t ahead = reinterpret_cast<uintptr_t>(dst) - reinterpret_cast<uintptr_t>(src);
     if (ahead >= copied) {
-        memmove(dst, src, copied);
+        copy_row(dst, src, copied);
         return;
     }
     // A destination that begins within the source smears: the bytes between the two repeat.
     if (ahead >= 64) {
         for (uintptr_t at = 0; at < copied; at += ahead)
-            memcpy(to + at, from + at, copied - at < ahead ? copied - at : ahead);
+            copy_row(to + at, from + at, copied - at < ahead ? copied - at : ahead);
         return;
     }
     copy_units<u32>(to, from, words);

@@ -26,6 +26,22 @@ inline void set_words(void* dst, u32 value, size_t words)
 #endif
 }
 
+// Forwards: what is copied was often written a moment ago, its end last.
+inline void copy_words(void* dst, const void* src, size_t words)
+{
+#if defined(__SSE2__)
+    using Words = Vector<vector_bytes>::U32;
+    const auto copy = [=](size_t i) { store(moved(dst, i * 4), load<Words>(moved(src, i * 4))); };
+    constexpr size_t units = vector_bytes / 4;
+    if (words >= units) {
+        for (size_t i = 0; i < words - units; i += units)
+            copy(i);
+        return copy(words - units);
+    }
+#endif
+    __builtin_memcpy(dst, src, words * 4);
+}
+
 // A row of whole units past the caches, where the processor has such stores: lines of the destination through line(vector),
 // and what lies before and behind them through edge(dst, src, bytes). The rows overlap nowhere.
 inline void stream_units(void* dst, const void* src, size_t bytes, [[maybe_unused]] size_t unit, auto edge,

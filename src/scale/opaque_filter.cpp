@@ -1,5 +1,6 @@
 // Opaque scaling through the filters. 565 is filtered straight into the destination, 32-bit pixels into a row
 // that a writer stores, and YUV 4:2:2 through the row cache and the context's converters.
+#include "row/copy_row.h"
 #include "scale/cache.h"
 #include "scale/filtered.h"
 
@@ -166,7 +167,7 @@ void scale_yuv(const Scale& s, u32 pair)
             return to_dst(memory.at(), dst, s.to.w);
         }
         if (same_row)
-            plain.repeat(dst, [&] { memmove(dst, drawn, row_bytes(s)); });
+            plain.repeat(dst, [&] { copy_row(dst, drawn, row_bytes(s)); });
         else
             plain(dst, [&](u8* to) { row_filter(bands.place(), params, to); });
         drawn = dst;

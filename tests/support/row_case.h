@@ -309,6 +309,10 @@ inline void call_set_words(const vexlor::Kernels* set, Src, Dst d, uint32_t n, c
 {
     set_or_best(set).set_words(d, a.color, n);
 }
+inline void call_copy_words(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs&)
+{
+    set_or_best(set).copy_words(d, s, n);
+}
 inline void call_nearest_565(const vexlor::Kernels* set, Src s, Dst d, uint32_t n, const RowArgs& a)
 {
     set_or_best(set).scale_opaque_nofilt_565(s, d, VEXLOR_FMT_565, n, a.x, a.step);

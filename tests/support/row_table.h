@@ -103,6 +103,7 @@ inline constexpr AnyRow all[] = {
     memory_row<vexlor_memset_stream_sse, run_by_length<128, run_set, run_set_blocks>, no_bytes, by_length<128, even_bytes, exact_bytes>>,
 
     {Kind::other, false, true, call_set_words, run_units<set_unit, fill_32>, src_of<fill_32>, dst_of<fill_32>},
+    {Kind::other, false, true, call_copy_words, run_units<copy_unit, pixel_32>, src_of<pixel_32>, dst_of<pixel_32>},
     {Kind::other, false, true, call_nearest_565, run_span<copy_half, 1, 2>, span_bytes<1, 2>, dst_of<pixel_16>},
     {Kind::other, false, true, call_stream, run_exact, exact_bytes, exact_bytes, 4 * 130 + 3},
     {Kind::other, false, true, call_stream_opaque, run_units<opaque_aone, pixel_32>, src_of<pixel_32>, dst_of<pixel_32>},
