@@ -153,10 +153,13 @@ template <class Yuv> void decode_row_single(const void* src, void* dst, i32 coun
     const auto make = [=](auto vector, i32 k) {
         return decode_single<Yuv, vector.bytes>(vector.load(pair_at(from, k)));
     };
-    for_pairs(
-        2 * in_vectors, make,
-        [=](auto vector, i32 k, auto pixels) { vector.store_twice(left_pixel_at(to, k), pixels); },
-        [](i32) {});
+    const auto put = [=](auto vector, i32 k, auto pixels) {
+        vector.store_twice(left_pixel_at(to, k), pixels);
+    };
+    if (constexpr Part<8> block; vector_bytes == 64 && in_vectors == 2) // sooner done than a wide vector
+        put(block, 0, make(block, 0));
+    else
+        for_pairs(2 * in_vectors, make, put, [](i32) {});
     if (pairs - i != in_vectors)
         in_integers(pairs - 1);
 }
