@@ -84,17 +84,15 @@ bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto ha
     const i64 first = Mean::first_tap(0, p);
     // All pixels but the last one find both taps inside the row, and that one finds the row's last pixel twice.
     const i64 inside = (i64{upper.last} + 1 - first) / 2;
-    if (p.xstep != 0x20000 || inside < pixels || p.count < pixels || inside + 1 < p.count)
+    if (p.xstep != 0x20000 || inside < pixels || inside + 1 != p.count)
         return false;
-    const bool all_inside = inside >= p.count;
     auto* to = static_cast<Word*>(out);
-    Word* const end = to + (all_inside ? p.count : p.count - 1);
+    Word* const end = to + inside;
     const auto of_last = [](const auto& row) {
         const u32 pixel = load<Word>(row.at(row.last));
         return Pixel::mean(pixel, pixel);
     };
-    if (!all_inside)
-        store(end, static_cast<Word>(Pixel::mean(of_last(upper), of_last(lower))));
+    store(end, static_cast<Word>(Pixel::mean(of_last(upper), of_last(lower))));
     const u8 *above = upper.at(first), *below = lower.at(first);
     constexpr size_t window = size_t{2} * vector_bytes, prefetched = 512; // bytes ahead, measured
     for (; end - to > pixels; to += pixels, above += window, below += window) {

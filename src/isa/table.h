@@ -13,7 +13,8 @@
 #include "row/yuv_kernels.h"
 #include "row/yuv_single.h"
 #include "scale/lerp_kernels.h"
-#include "scale/yuv_span_kernels.h"
+#include "scale/span_565_kernels.h"
+#include "scale/span_yuv_kernels.h"
 
 namespace vexlor {
 namespace {

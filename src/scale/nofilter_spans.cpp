@@ -1,5 +1,5 @@
 // Spans of unfiltered scaling: one destination row from the source units that a 16.16 position steps through. What they do
-// stands in span_kernels.h.
+// stands in span_kernels.h and span_yuv_kernels.h.
 #include "isa/kernels.h"
 
 using namespace vexlor;

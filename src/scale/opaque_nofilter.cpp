@@ -102,9 +102,10 @@ u32 draw(const Scale& s, const Walk& walk)
     const PlainRows rows(walk.drawn_bytes, freely && drawing_fills_caches(s));
     const u8* previous = nullptr;
     u8* dst = moved(s.dst.pixels, bytes_of(s.to.y, s.dst.stride) + walk.to_offset);
-    // Narrower vectors write parts of lines, which takes longer in several rows at once.
-    if (freely && !rows.are_streamed() && !one_by_one && walk.span == kernels().scale_opaque_nofilt_32 &&
-        kernels_of(Set::avx512)) {
+    // Single rows among several at once would take longer than by themselves.
+    const bool enlarged_twice = ystep <= 0x8000;
+    if (freely && enlarged_twice && !rows.are_streamed() && !one_by_one &&
+        walk.span == kernels().scale_opaque_nofilt_32) {
         draw_rows_at_once(s, walk, ystep, dst);
         return VEXLOR_OK;
     }

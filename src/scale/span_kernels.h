@@ -1,11 +1,9 @@
-// Spans of unfiltered scaling, for one instruction set.
+// Spans of unfiltered scaling of 32-bit units, for one instruction set.
 #pragma once
 
 #include "row/over.h"
 #include "row/stepped.h"
 #include "row/unzip.h"
-
-#include <string.h>
 
 namespace vexlor {
 namespace {
@@ -108,11 +106,6 @@ inline void write_units(const Stepped& source, void* dst, u32 count, auto rule)
 
 constexpr auto as_they_are = [](auto units) { return units; };
 
-inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
-{
-    write_units(Stepped(src, x, step, count), dst, count, as_they_are);
-}
-
 // Of long rows, lines of the cache are fetched ahead: the next span's in a picture that is enlarged so many times, those that
 // follow in one that is reduced.
 template <u32 Rows> inline void put_in_rows(const Stepped& source, void* dst, u32 stride, u32 count)
@@ -123,15 +116,25 @@ template <u32 Rows> inline void put_in_rows(const Stepped& source, void* dst, u3
     const bool reducing = Rows == 1 && source.step > 0x10000;
     const bool fetching = count >= long_row && (enlarging || reducing);
     const uintptr_t ahead = reducing ? 1024 : bytes_of(Rows, stride);
-    put_units(source, count, as_they_are, [=](u32 i, auto write) {
-        u8* const at = static_cast<u8*>(dst) + uintptr_t{i} * 4;
-        for (u32 row = 0; row < Rows; ++row) {
-            u8* const to = moved(at, bytes_of(row, stride));
-            write(to);
-            if (fetching)
-                __builtin_prefetch(moved(to, ahead), 1); // any address will do
-        }
-    });
+    const auto put = [=](auto fetch) {
+        put_units(source, count, as_they_are, [=](u32 i, auto write) {
+            u8* const at = static_cast<u8*>(dst) + uintptr_t{i} * 4;
+            for (u32 row = 0; row < Rows; ++row) {
+                u8* const to = moved(at, bytes_of(row, stride));
+                write(to);
+                fetch(to);
+            }
+        });
+    };
+    if (fetching)
+        put([=](u8* to) { __builtin_prefetch(moved(to, ahead), 1); }); // any address will do
+    else
+        put([](u8*) {});
+}
+
+inline void scale_opaque_nofilt_32(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
+{
+    put_in_rows<1>(Stepped(src, x, step, count), dst, 0, count);
 }
 
 // Into so many rows below each other. Flat: calls within would copy the source, and wait for what it was made of.
@@ -152,86 +155,6 @@ inline void scale_opaque_nofilt_aone_8888(const void* src, void* dst, u32 format
 {
     const u32 alpha = 0xFFu << vexlor_fmt_get_alpha_shift(format);
     write_units(Stepped(src, x, step, count), dst, count, [=](auto p) { return p | alpha; });
-}
-
-#if defined(__AVX2__)
-// Pixels of 16 bits, picked from a window of twice as many, or of as many where steps are short.
-struct Vector565 {
-    using Units = Vector<vector_bytes>::U32;
-#if defined(__AVX512BW__)
-    static constexpr u32 pixels = 32;
-    using Order = Vector<64>::U16;
-    static ptrdiff_t window(u32 by) { return ptrdiff_t{pixels} * (by <= 0x10000 ? 1 : 2); }
-    static Order order(Position at, u32 by, u32 units_on)
-    {
-        return low_halves(at.lanes<Units>(by) + units_on, at.lanes<Units>(by, pixels / 2) + units_on);
-    }
-    static Order make(const u8* window, u32 by, Order order)
-    {
-        return by <= 0x10000 ? pick_words(window, order) : pick_words_of_two(window, order);
-    }
-#else
-    static constexpr u32 pixels = 8;
-    using Order = Units;
-    static ptrdiff_t window(u32) { return ptrdiff_t{pixels} * 2; }
-    static Order order(Position at, u32 by, u32 units_on) { return at.lanes<Units>(by) + units_on; }
-    static __m128i make(const u8* window, u32, Order order)
-    {
-        const Units picked = pick(load<Units>(window), order >> 1) >> ((order & 1) << 4);
-        return _mm256_castsi256_si128(native(low_halves(picked, picked)));
-    }
-#endif
-};
-#endif
-
-// Returns the pixels that it made. The last vector ends at the row's end, and may make pixels anew; windows do not reach
-// beyond it.
-inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] u16* dst,
-                             [[maybe_unused]] u32 count, [[maybe_unused]] i32 x, [[maybe_unused]] i32 step)
-{
-#if defined(__AVX2__)
-    constexpr u32 pixels = Vector565::pixels;
-    if (step < 0 || step > 0x20000 || count < pixels)
-        return 0;
-    const auto by = static_cast<u32>(step);
-    const ptrdiff_t window = Vector565::window(by);
-    const u32 fraction = static_cast<u32>(x) & 0xFFFF;
-    const auto place = [=](u32 i) { return Position(static_cast<i64>(fraction + u64{i} * by)); };
-    const auto* row = static_cast<const u8*>(moved(src, bytes_of(x >> 16, 2)));
-    const ptrdiff_t length = place(count - 1).unit + 1;
-    u16 short_row[2 * pixels];
-    if (length < window)
-        row = static_cast<const u8*>(memcpy(short_row, row, static_cast<size_t>(length) * 2));
-    const ptrdiff_t last = length < window ? 0 : length - window; // of windows
-    Position at = place(0);
-    const bool alike = by * pixels % 0x10000 == 0; // all vectors are picked alike
-    auto order = Vector565::order(at, by, 0);
-    u32 i = 0;
-    for (; i < count - pixels && at.unit <= last; i += pixels) {
-        store(dst + i, Vector565::make(row + at.unit * 2, by, order));
-        at.advance(by * pixels);
-        if (!alike)
-            order = Vector565::order(at, by, 0);
-    }
-    for (; i < count; i += pixels) {
-        i = i < count - pixels ? i : count - pixels;
-        at = place(i);
-        const ptrdiff_t first = at.unit < last ? at.unit : last;
-        order = Vector565::order(at, by, static_cast<u32>(at.unit - first));
-        store(dst + i, Vector565::make(row + first * 2, by, order));
-    }
-    return count;
-#else
-    return 0;
-#endif
-}
-
-inline void scale_opaque_nofilt_565(const void* src, void* dst, u32, u32 count, i32 x, i32 step)
-{
-    auto* const pixels = static_cast<u16*>(dst);
-    u32 i = scale_565_vectors(src, pixels, count, x, step);
-    for (i64 at = x + i64{i} * step; i < count; ++i, at += step)
-        store(pixels + i, load<u16>(moved(src, bytes_of(at >> 16, 2))));
 }
 
 // Both alpha shifts are that of the destination's format.

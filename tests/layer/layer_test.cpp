@@ -230,6 +230,16 @@ TEST(Layer, ClippedDrawingIsAWindowOnTheWholeOne)
     EXPECT_GT(drawings, 1000);
 }
 
+// Whether this processor's caches hold them or not.
+TEST(Layer, CopiesLargePictures)
+{
+    constexpr int32_t w = 2100, h = 1000;
+    const auto seen = format::b8g8r8a8;
+    Canvas source(w, h), drawn(w, h);
+    EXPECT_EQ(context::make()->copy(source.view(seen), {0, 0, w, h}, drawn.view(seen), {0, 0}), result::ok);
+    EXPECT_EQ(drawn.words, source.words);
+}
+
 // Bands of several contexts make what one makes, in whatever order they are drawn.
 TEST(Layer, ParallelDrawingEqualsTheSingleCall)
 {
