@@ -98,8 +98,8 @@ bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto ha
     for (; end - to > pixels; to += pixels, above += window, below += window) {
         // Pairs of pixels lie across two lines of the cache each: read from farther away, they are late.
         for (u32 line = 0; Fetching && line < window; line += 64) {
-            __builtin_prefetch(above + prefetched + line);
-            __builtin_prefetch(below + prefetched + line);
+            __builtin_prefetch(moved(above, prefetched + line)); // any address will do
+            __builtin_prefetch(moved(below, prefetched + line));
         }
         store(to, halved(above, below));
     }

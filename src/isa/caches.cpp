@@ -1,6 +1,8 @@
 #include "isa/caches.h"
 
+#if __has_include(<unistd.h>)
 #include <unistd.h>
+#endif
 
 vexlor::u64 vexlor::last_cache()
 {

@@ -14,7 +14,7 @@ using namespace vexlor;
 
 namespace {
 
-constexpr size_t alignment = 64; // a line of the cache
+constexpr size_t alignment = 64; // lines of the processor's caches: rows begin there where the pitch allows
 
 struct alignas(alignment) BlockHeader {
     size_t room; // bytes from the buffer's start to the block's end

@@ -68,12 +68,11 @@ inline u32 scale_565_vectors([[maybe_unused]] const void* src, [[maybe_unused]] 
         if (!alike)
             order = Vector565::order(at, by, 0);
     }
-    for (; i < count; i += pixels) {
+    for (; i < count; i += pixels) { // no vector that is left begins before the last window
         i = i < count - pixels ? i : count - pixels;
         at = place(i);
-        const ptrdiff_t first = at.unit < last ? at.unit : last;
-        order = Vector565::order(at, by, static_cast<u32>(at.unit - first));
-        store(dst + i, Vector565::make(row + first * 2, by, order));
+        order = Vector565::order(at, by, static_cast<u32>(at.unit - last));
+        store(dst + i, Vector565::make(row + last * 2, by, order));
     }
     return count;
 #else

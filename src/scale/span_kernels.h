@@ -47,11 +47,13 @@ template <u32 WindowCount> u32 put_from_windows(const Stepped& source, u32 count
             for (; window <= end; i += units, window += size_t{by} / 0x10000 * 4)
                 put(i, units_in(window - before));
         };
-        if (step == 0x20000 && source.x >= 0x10000)
-            walk(4, [](const u8* window) {
-                return odd_units(load<Units>(window), load<Units>(window + vector_bytes));
-            });
-        else
+        const bool halves = WindowCount == 2 && step == 0x20000 && source.x >= 0x10000;
+        if constexpr (WindowCount == 2)
+            if (halves)
+                walk(4, [](const u8* window) {
+                    return odd_units(load<Units>(window), load<Units>(window + vector_bytes));
+                });
+        if (!halves)
             walk(0, [=, index = at.lanes<Units>(step)](const u8* window) { return picked(window, index); });
     }
     for (; i < count; i += units) {
@@ -169,7 +171,7 @@ void scale_blend_over_src_nofilt(const void* src, void* dst, u32 format, u32 cou
 #if defined(__AVX2__)
     constexpr Whole<vector_bytes> vector;
     constexpr u32 units = vector_bytes / 4, long_row = 8 * units;
-    if (shift % 8 == 0 && count >= long_row) { // shorter rows are covered faster
+    if (count >= long_row) { // shorter rows are covered faster
         const Target target{to, count >= Stepped::far_from};
         const auto make = [=](u32 i, auto s) {
             return alpha(blend_vector<Mix, vector_bytes>(s, vector.load(to + i), weight), s);
