@@ -25,7 +25,7 @@ inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] 
     if (p.xstep != 0x8000 || p.count % 2 != 0 || begin < 0 || end < begin || end - begin >= Lanes::count)
         return false;
     const auto half_way = byte_weights<Pixels>(fraction_weight(0x8000));
-    const Target target{out, p.count >= Stepped::far_from};
+    const Target target{static_cast<u32*>(out), p.count >= Stepped::far_from};
     const auto put = [=](u32 i, Pixels left, Pixels right) {
         const Twice<Pixels> pixels = zip_units(left, mix_biased_bytes(right, left, half_way));
         const Twice<Pixels> unbiased{pixels.low ^ (bias ^ Bias), pixels.high ^ (bias ^ Bias)};

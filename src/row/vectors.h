@@ -150,20 +150,19 @@ private:
 // Where a row's vectors of 32-bit pixels go. Lines of the cache that follow are fetched ahead when told so.
 struct Target {
     static constexpr uintptr_t ahead = 1024; // bytes; any address will do
-    void* row;
+    u32* row;
     bool fetching;
 
     void operator()(auto vector, u32 i, auto pixels) const
     {
-        void* const at = moved(row, uintptr_t{i} * 4);
         if (fetching)
-            __builtin_prefetch(moved(at, ahead), 1);
-        vector.store(at, pixels);
+            __builtin_prefetch(moved(row + i, ahead), 1);
+        vector.store(row + i, pixels);
     }
     // The pixels of pairs.
     void twice(auto vector, i32 i, auto pixels) const
     {
-        void* const at = moved(row, bytes_of(i, 8));
+        u32* const at = row + ptrdiff_t{i} * 2;
         if (fetching) {
             __builtin_prefetch(moved(at, ahead), 1);
             __builtin_prefetch(moved(at, ahead + vector.bytes), 1);

@@ -32,7 +32,7 @@ template <class Units> using PairsOf = PairVector<Units::bytes>;
 
 template <class Yuv, class Rgb> void decode_row(const void* src, void* dst, i32 count)
 {
-    const Target target{dst, count >= static_cast<i32>(far_from)};
+    const Target target{static_cast<u32*>(dst), count >= static_cast<i32>(far_from)};
     for_pairs(
         count,
         [=](auto vector, i32 i) {
