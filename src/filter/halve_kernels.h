@@ -103,7 +103,7 @@ bool halve(const TapRow* rows, const vexlor_filter_params& p, void* out, auto ha
         }
         store(to, halved(above, below));
     }
-    // The last vector ends at the row's end, and may make pixels anew.
+    // The last vector ends where these pixels do, and may make some anew.
     const uintptr_t again = bytes_of(pixels - (end - to), 2 * sizeof(Word));
     store(end - pixels, halved(moved(above, -again), moved(below, -again)));
     return true;

@@ -28,8 +28,8 @@ inline bool double_across_8888([[maybe_unused]] TapRow source, [[maybe_unused]] 
     const Target target{static_cast<u32*>(out), p.count >= Stepped::far_from};
     const auto put = [=](u32 i, Pixels left, Pixels right) {
         const Twice<Pixels> pixels = zip_units(left, mix_biased_bytes(right, left, half_way));
-        const Twice<Pixels> unbiased{pixels.low ^ (bias ^ Bias), pixels.high ^ (bias ^ Bias)};
-        target.twice(Whole<vector_bytes>{}, static_cast<i32>(i), unbiased);
+        const Twice<Pixels> made{pixels.low ^ (bias ^ Bias), pixels.high ^ (bias ^ Bias)};
+        target.twice(Whole<vector_bytes>{}, static_cast<i32>(i), made);
     };
     for (u32 i = 0; i < begin; i += Lanes::count) {
         const auto left = load<Pixels>(row + i) ^ bias;

@@ -106,28 +106,29 @@ TEST(LargePictures, AreScaledAsSmallOnes)
     Random random(92);
     for (const uint32_t filter : {VEXLOR_FILTER_NONE, VEXLOR_FILTER_MEAN, VEXLOR_FILTER_CATROM})
         for (const auto& [from, to] : kinds)
-            for (const auto& [up, down, source_width] : ratios) {
-                if (filter == VEXLOR_FILTER_CATROM && (from != VEXLOR_FMT_A8R8G8B8 || up != 1 || down != 1))
+            for (const Ratio& r : ratios) {
+                if (filter == VEXLOR_FILTER_CATROM &&
+                    (from != VEXLOR_FMT_A8R8G8B8 || r.up != 1 || r.down != 1))
                     continue; // takes long
-                const auto rows = [=](int32_t h) { return h / up * down; };
+                const auto rows = [&r](int32_t h) { return h / r.up * r.down; };
                 const bool odd = from != to && filter == VEXLOR_FILTER_NONE; // the last pixel is not drawn
                 const int32_t width = 8008 / static_cast<int32_t>((to & 0x3F) / 8) + odd;
-                Picture src(from, source_width, rows(height), 0), small(to, width, few, 0),
+                Picture src(from, r.source_width, rows(height), 0), small(to, width, few, 0),
                     large(to, width, height, 20);
                 src.draw(random);
                 const auto scale_into = [&, filter](const Picture& dst, int32_t h) {
                     const Context ctx = make_context(); // caches of rows remember other pictures
                     vexlor_context_set_filter(ctx.get(), filter);
-                    return vexlor_scale(ctx.get(), &src.desc, &dst.desc, 0, 0, source_width, rows(h), 0, 0,
+                    return vexlor_scale(ctx.get(), &src.desc, &dst.desc, 0, 0, r.source_width, rows(h), 0, 0,
                                         width, h);
                 };
                 EXPECT_EQ(scale_into(small, few), 0u);
                 EXPECT_EQ(scale_into(large, height), 0u);
                 // Rows near the ends are mixed otherwise.
-                const int32_t period = 8 * up / down;
+                const int32_t period = 8 * r.up / r.down;
                 for (int32_t y = 0; y < height - 4; ++y)
                     ASSERT_TRUE(large.shows(y, small.at(y < period ? y : period + y % period)))
-                        << filter << ' ' << from << ' ' << up << ' ' << down << ' ' << y;
+                        << filter << ' ' << from << ' ' << r.up << ' ' << r.down << ' ' << y;
             }
 }
 
