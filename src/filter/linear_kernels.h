@@ -3,6 +3,7 @@
 #pragma once
 
 #include "filter/single_row_kernels.h"
+#include "row/cover.h"
 #include "row/stepped.h"
 
 namespace vexlor {

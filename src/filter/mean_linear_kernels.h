@@ -3,9 +3,7 @@
 
 #include "filter/columns.h"
 #include "filter/taps.h"
-#include "row/cover.h"
-
-#include <string.h>
+#include "row/copy_row.h"
 
 namespace vexlor {
 namespace {
@@ -117,15 +115,8 @@ void mix_down(const void* const* values, const vexlor_filter_params& p, void* ou
     const auto *upper = static_cast<const Word*>(values[0]), *lower = static_cast<const Word*>(values[1]);
     auto* const pixels = static_cast<Word*>(out);
     const u32 count = p.count, weight = fraction_weight(p.ypos);
-    if (!Y::needs_lower_row && upper == lower) {
-        // 32-bit C libraries copy short rows in half as wide vectors; others know best.
-        if constexpr (sizeof(void*) == 4 && vector_bytes != 0)
-            return cover<sizeof(Word)>(
-                count, [=](auto vector, u32 k) { return vector.load(upper + k); },
-                [=](auto vector, u32 k, auto units) { vector.store(pixels + k, units); }, pixels);
-        memcpy(out, upper, size_t{count} * sizeof(Word));
-        return;
-    }
+    if (!Y::needs_lower_row && upper == lower)
+        return copy_row(out, upper, size_t{count} * sizeof(Word));
     u32 i = 0;
     if constexpr (vector_bytes != 0) {
         using Lanes = PixelVector<Pixel, vector_bytes>;
